@@ -1,0 +1,403 @@
+#include "core/filemoves.h"
+
+#include "base/failure.h"
+#include "base/textfile.h"
+
+#include <fmt/format.h>
+
+#include <cerrno>
+#include <charconv>
+#include <chrono>
+#include <cstring>
+#include <optional>
+#include <set>
+#include <string>
+#include <thread>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace core {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::size_t block_size = std::size_t{1} << 20;
+constexpr int lock_attempts = 3000; // of 20 ms
+constexpr mode_t new_file_mode = 0666;
+
+// The file that a move replaces: the one behind a link, also behind one that points nowhere yet.
+fs::path behind_links(fs::path file) {
+    std::error_code ignored;
+    for (int depth = 0; depth < 40 && fs::is_symlink(file, ignored); ++depth) {
+        const fs::path target = fs::read_symlink(file, ignored);
+        file = (target.is_absolute() ? target : file.parent_path() / target).lexically_normal();
+    }
+    return file;
+}
+
+bool is_there(const fs::path& file) {
+    std::error_code ignored;
+    return fs::exists(fs::symlink_status(file, ignored));
+}
+
+void flush_folder(const fs::path& folder) {
+    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor >= 0) {
+        ::fsync(descriptor);
+        ::close(descriptor);
+    }
+}
+
+// Puts `from` in the place of `target`. Across file systems by a copy beside the target, so that
+// the last step is a rename here, too.
+void replace(const fs::path& from, const fs::path& target) {
+    if (::rename(from.c_str(), target.c_str()) == 0) {
+        return;
+    }
+    if (errno != EXDEV) {
+        throw_errno("written", target);
+    }
+    const fs::path beside =
+        target.parent_path() / fmt::format(".{}.tervex-new", target.filename().string());
+    try {
+        copy_bytes(from, beside, target);
+        struct stat state {};
+        if (::stat(from.c_str(), &state) == 0) {
+            ::chmod(beside.c_str(), state.st_mode & 07777);
+        }
+        Descriptor(beside, O_RDONLY, target).flush();
+        if (::rename(beside.c_str(), target.c_str()) != 0) {
+            throw_errno("written", target);
+        }
+    } catch (...) {
+        ::unlink(beside.c_str());
+        throw;
+    }
+    ::unlink(from.c_str());
+}
+
+// Names in the list of moves stand one a line; control characters and "%" as %XX.
+std::string escaped(const fs::path& file) {
+    std::string text;
+    for (const char c : file.string()) {
+        const auto byte = static_cast<unsigned char>(c);
+        text += byte < 0x20 || c == '%' ? fmt::format("%{:02X}", byte) : std::string(1, c);
+    }
+    return text;
+}
+
+std::string unescaped(std::string_view text) {
+    std::string name;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        unsigned value = 0;
+        if (text[i] == '%' && i + 2 < text.size() &&
+            std::from_chars(text.data() + i + 1, text.data() + i + 3, value, 16).ec ==
+                std::errc()) {
+            name += static_cast<char>(value);
+            i += 2;
+        } else {
+            name += text[i];
+        }
+    }
+    return name;
+}
+
+constexpr std::string_view list_end = "end";
+
+void write_list(const fs::path& hidden, const std::vector<FileMove>& moves) {
+    std::string text;
+    for (const FileMove& move : moves) {
+        // Names inside the model's folder have no path: the folder may be moved before the next
+        // command.
+        const bool beside = move.target.parent_path() == hidden.parent_path();
+        const fs::path target = beside ? move.target.filename() : move.target;
+        text += escaped(move.aside.filename()) + '\n' + escaped(target) + '\n' +
+                escaped(move.old.filename()) + '\n';
+    }
+    text += list_end;
+    const fs::path draft = hidden / "draft";
+    {
+        Descriptor out(draft, O_WRONLY | O_CREAT | O_TRUNC, draft);
+        out.write(text);
+        out.flush();
+    }
+    if (::rename(draft.c_str(), (hidden / "journal").c_str()) != 0) {
+        throw_errno("written", hidden / "journal");
+    }
+    flush_folder(hidden);
+}
+
+std::optional<std::vector<FileMove>> read_list(const fs::path& hidden, const char* name) {
+    if (!is_there(hidden / name)) {
+        return std::nullopt;
+    }
+    const std::string text = base::read_bytes(hidden / name);
+    std::vector<std::string_view> lines = base::split_lines(text);
+    if (lines.empty() || lines.back() != list_end || lines.size() % 3 != 1) {
+        return std::nullopt;
+    }
+    const auto inside = [&](std::string_view line) {
+        const fs::path file = fs::path(unescaped(line)).filename();
+        return file.empty() ? fs::path() : hidden / file;
+    };
+    std::vector<FileMove> moves;
+    for (std::size_t i = 0; i + 1 < lines.size(); i += 3) {
+        moves.push_back({inside(lines[i]), hidden.parent_path() / unescaped(lines[i + 1]),
+                         inside(lines[i + 2])});
+    }
+    return moves;
+}
+
+void finish(const FileMove& move) {
+    if (move.aside.empty()) {
+        if (::unlink(move.target.c_str()) != 0 && errno != ENOENT) {
+            throw_errno("removed", move.target);
+        }
+    } else if (is_there(move.aside)) {
+        replace(move.aside, move.target);
+    }
+}
+
+void take_back(const FileMove& move) {
+    if (move.old.empty()) {
+        if (!is_there(move.aside)) {
+            ::unlink(move.target.c_str());
+        }
+    } else if (is_there(move.old)) {
+        replace(move.old, move.target);
+    }
+}
+
+void flush_targets(const std::vector<FileMove>& moves) {
+    std::set<fs::path> folders;
+    for (const FileMove& move : moves) {
+        folders.insert(move.target.parent_path());
+    }
+    for (const fs::path& folder : folders) {
+        flush_folder(folder);
+    }
+}
+
+bool is_ours(std::string_view name) {
+    return name.starts_with("new.") || name.starts_with("old.") || name == "draft" ||
+           name == "journal" || name == "undo";
+}
+
+// The lists go first: without one, a crash here leaves files that the next command drops.
+void clear(const fs::path& hidden) {
+    std::error_code ignored;
+    ::unlink((hidden / "journal").c_str());
+    ::unlink((hidden / "undo").c_str());
+    std::vector<fs::path> files;
+    for (const auto& entry : fs::directory_iterator(hidden, ignored)) {
+        if (is_ours(entry.path().filename().string())) {
+            files.push_back(entry.path());
+        }
+    }
+    for (const fs::path& file : files) {
+        ::unlink(file.c_str());
+    }
+}
+
+// Keeps a second name of the old content, and its mode and owner for the new one.
+void keep_old(const fs::path& hidden, FileMove& move, int number) {
+    struct stat state {};
+    if (::stat(move.target.c_str(), &state) != 0) {
+        return;
+    }
+    move.old = hidden / fmt::format("old.{}", number);
+    ::unlink(move.old.c_str());
+    if (::link(move.target.c_str(), move.old.c_str()) != 0) {
+        copy_bytes(move.target, move.old, move.target);
+        ::chmod(move.old.c_str(), state.st_mode & 07777);
+    }
+    if (!move.aside.empty()) {
+        if (::chown(move.aside.c_str(), state.st_uid, state.st_gid) != 0) {
+            // Only the superuser may give files away: a new file of one's own is as good.
+        }
+        ::chmod(move.aside.c_str(), state.st_mode & 07777);
+    }
+}
+
+void prepare(const fs::path& hidden, std::vector<FileMove>& moves) {
+    int number = 1;
+    for (FileMove& move : moves) {
+        if (!move.aside.empty()) {
+            move.target = behind_links(move.target);
+            Descriptor(move.aside, O_RDONLY, move.target).flush();
+        }
+        keep_old(hidden, move, number++);
+    }
+    write_list(hidden, moves);
+}
+
+void take_all_back(const fs::path& hidden, const std::vector<FileMove>& moves) {
+    if (::rename((hidden / "journal").c_str(), (hidden / "undo").c_str()) != 0) {
+        throw_errno("written", hidden / "undo");
+    }
+    for (const FileMove& move : moves) {
+        take_back(move);
+    }
+    flush_targets(moves);
+}
+
+// A descriptor of the folder when this process could lock it, -1 when another one holds it or has
+// just removed it.
+int try_lock(const fs::path& hidden) {
+    const int descriptor = ::open(hidden.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0) {
+        return -1;
+    }
+    struct stat opened {
+    }, named{};
+    const bool ours = ::flock(descriptor, LOCK_EX | LOCK_NB) == 0 &&
+                      ::fstat(descriptor, &opened) == 0 && ::stat(hidden.c_str(), &named) == 0 &&
+                      opened.st_ino == named.st_ino && opened.st_dev == named.st_dev;
+    if (!ours) {
+        ::close(descriptor);
+        return -1;
+    }
+    return descriptor;
+}
+
+} // namespace
+
+void throw_errno(std::string_view what, const fs::path& file) {
+    const int reason = errno;
+    throw base::FileFailure(fmt::format("cannot be {}: {}", what, std::strerror(reason)), file);
+}
+
+Descriptor::Descriptor(const fs::path& file, int flags, fs::path shown)
+    : shown_(std::move(shown)),
+      descriptor_(::open(file.c_str(), flags | O_CLOEXEC, new_file_mode)) {
+    if (descriptor_ < 0) {
+        throw_errno((flags & O_ACCMODE) == O_RDONLY ? "read" : "written", shown_);
+    }
+}
+
+Descriptor::~Descriptor() {
+    ::close(descriptor_);
+}
+
+void Descriptor::write(std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(descriptor_, bytes.data(), bytes.size());
+        if (written < 0 && errno != EINTR) {
+            throw_errno("written", shown_);
+        }
+        bytes.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);
+    }
+}
+
+void Descriptor::flush() {
+    if (::fsync(descriptor_) != 0 && errno != EINVAL) {
+        throw_errno("written", shown_);
+    }
+}
+
+void copy_bytes(const fs::path& from, const fs::path& to, const fs::path& shown) {
+    Descriptor in(from, O_RDONLY, from);
+    Descriptor out(to, O_WRONLY | O_CREAT | O_TRUNC, shown);
+    std::string block(block_size, '\0');
+    for (;;) {
+        const ssize_t count = ::read(in.get(), block.data(), block.size());
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count < 0) {
+            throw_errno("read", from);
+        }
+        if (count == 0) {
+            return;
+        }
+        out.write(std::string_view(block).substr(0, static_cast<std::size_t>(count)));
+    }
+}
+
+void move_all(const fs::path& hidden, std::vector<FileMove> moves) {
+    try {
+        prepare(hidden, moves);
+    } catch (...) {
+        clear(hidden);
+        throw;
+    }
+    try {
+        for (const FileMove& move : moves) {
+            finish(move);
+        }
+    } catch (...) {
+        take_all_back(hidden, moves);
+        clear(hidden);
+        throw;
+    }
+    flush_targets(moves);
+    clear(hidden);
+}
+
+int lock_folder(const fs::path& hidden) {
+    for (int attempt = 0; attempt < lock_attempts; ++attempt) {
+        if (::mkdir(hidden.c_str(), 0777) != 0 && errno != EEXIST) {
+            throw_errno("written", hidden.parent_path());
+        }
+        if (const int lock = try_lock(hidden); lock >= 0) {
+            if (::access(hidden.c_str(), W_OK | X_OK) != 0 ||
+                ::access(hidden.parent_path().c_str(), W_OK | X_OK) != 0) {
+                const int reason = errno;
+                ::close(lock);
+                errno = reason;
+                throw_errno("written", hidden.parent_path());
+            }
+            return lock;
+        }
+        if (std::error_code ignored; is_there(hidden) && !fs::is_directory(hidden, ignored)) {
+            throw base::FileFailure("is in the way of the files that a command keeps aside",
+                                    hidden);
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+    throw base::FileFailure("is in use by another program", hidden.parent_path());
+}
+
+void unlock_folder(const fs::path& hidden, int lock) noexcept {
+    ::rmdir(hidden.c_str());
+    ::close(lock);
+}
+
+void settle_pending(const fs::path& hidden) {
+    if (const auto undo = read_list(hidden, "undo")) {
+        for (const FileMove& move : *undo) {
+            take_back(move);
+        }
+        flush_targets(*undo);
+    } else if (const auto journal = read_list(hidden, "journal")) {
+        for (const FileMove& move : *journal) {
+            finish(move);
+        }
+        flush_targets(*journal);
+    }
+    clear(hidden);
+}
+
+void finish_pending(const fs::path& hidden) {
+    if (::access(hidden.c_str(), W_OK | X_OK) != 0 ||
+        ::access(hidden.parent_path().c_str(), W_OK | X_OK) != 0) {
+        return;
+    }
+    for (int attempt = 0; attempt < lock_attempts; ++attempt) {
+        if (!is_there(hidden)) {
+            return;
+        }
+        if (const int lock = try_lock(hidden); lock >= 0) {
+            settle_pending(hidden);
+            unlock_folder(hidden, lock);
+            return;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+}
+
+} // namespace core

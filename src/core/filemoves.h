@@ -1,0 +1,59 @@
+// Moving a set of files over their old versions so that a crash leaves all old or all new.
+//
+// The hidden folder of a model holds, while a command writes: "new.<n>" (files to come), "old.<n>"
+// (hard links to what they replace) and the list of moves, first as "journal" (finish it) and, once
+// a move has failed, as "undo" (take it back). Nothing of it outlives the command.
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+#include <vector>
+
+namespace core {
+
+// A POSIX file descriptor; failures name `shown`.
+class Descriptor {
+public:
+    Descriptor(const std::filesystem::path& file, int flags, std::filesystem::path shown);
+    ~Descriptor();
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    int get() const { return descriptor_; }
+    void write(std::string_view bytes);
+    void flush(); // to the disk
+
+private:
+    std::filesystem::path shown_;
+    int descriptor_;
+};
+
+// "cannot be WHAT: <reason of errno>".
+[[noreturn]] void throw_errno(std::string_view what, const std::filesystem::path& file);
+
+// Content of `from` into the file `to` (created or emptied); failures of writing name `shown`.
+void copy_bytes(const std::filesystem::path& from, const std::filesystem::path& to,
+                const std::filesystem::path& shown);
+
+struct FileMove {
+    std::filesystem::path aside;  // empty: `target` is removed
+    std::filesystem::path target; // a link stays a link: the file behind it is replaced
+    std::filesystem::path old;    // link to the old content; empty when there was none
+};
+
+// Flushes the files aside, writes the journal and moves them. After a FileFailure every target is
+// as before.
+void move_all(const std::filesystem::path& hidden, std::vector<FileMove> moves);
+
+// Makes the hidden folder and takes its advisory lock, waiting for another program's command. The
+// descriptor holds the lock. FileFailure when the folder cannot be written or stays locked.
+int lock_folder(const std::filesystem::path& hidden);
+// Releases the lock; removes the folder when nothing is left in it.
+void unlock_folder(const std::filesystem::path& hidden, int lock) noexcept;
+
+// Finishes or drops what a command that was cut off left in the locked folder.
+void settle_pending(const std::filesystem::path& hidden);
+// The same for a reader: takes the lock for it, and leaves all as it is where it may not write.
+void finish_pending(const std::filesystem::path& hidden);
+
+} // namespace core

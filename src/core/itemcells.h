@@ -1,0 +1,12 @@
+// Which cells of ModelFlags a menu item marks when its arrays have been defined.
+#pragma once
+
+namespace core {
+
+class ModelFlags;
+
+// Marks the item that edits parameter `number` as defined, as leaving the worksheet with Yes does;
+// a parameter without an item changes nothing. The tracer is taken from where it was defined last.
+void mark_item_defined(ModelFlags& flags, int number);
+
+} // namespace core

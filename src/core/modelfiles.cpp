@@ -1,0 +1,245 @@
+#include "core/modelfiles.h"
+
+#include "base/failure.h"
+#include "base/paths.h"
+#include "base/textfile.h"
+#include "core/filemoves.h"
+
+#include <fmt/format.h>
+
+#include <utility>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace core {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+fs::path normal(const fs::path& file) {
+    return fs::absolute(file).lexically_normal();
+}
+
+void write_all(const fs::path& aside, const fs::path& file, std::string_view bytes) {
+    Descriptor out(aside, O_WRONLY | O_CREAT | O_TRUNC, file);
+    out.write(bytes);
+}
+
+} // namespace
+
+ModelFiles::ModelFiles(fs::path project, Access access)
+    : project_(normal(project)), access_(access) {
+    const std::string full = project_.string();
+    base_ = full.substr(0, full.size() - std::min<std::size_t>(4, full.size()));
+    hidden_ = folder() / fmt::format(".{}.tervex", base_name());
+    if (access_ == Access::write) {
+        open_hidden_folder();
+    } else if (std::error_code ignored; fs::is_directory(hidden_, ignored)) {
+        finish_pending(hidden_);
+    }
+}
+
+ModelFiles::~ModelFiles() {
+    close_hidden_folder();
+}
+
+ModelFiles::ModelFiles(ModelFiles&& other) noexcept
+    : project_(std::move(other.project_)), base_(std::move(other.base_)),
+      hidden_(std::move(other.hidden_)), access_(other.access_),
+      lock_(std::exchange(other.lock_, -1)), next_number_(other.next_number_),
+      changes_(std::move(other.changes_)) {}
+
+ModelFiles& ModelFiles::operator=(ModelFiles&& other) noexcept {
+    if (this != &other) {
+        close_hidden_folder();
+        project_ = std::move(other.project_);
+        base_ = std::move(other.base_);
+        hidden_ = std::move(other.hidden_);
+        access_ = other.access_;
+        lock_ = std::exchange(other.lock_, -1);
+        next_number_ = other.next_number_;
+        changes_ = std::move(other.changes_);
+    }
+    return *this;
+}
+
+void ModelFiles::open_hidden_folder() {
+    if (std::error_code ignored; !fs::is_directory(folder(), ignored)) {
+        throw base::FileFailure("the folder does not exist", folder());
+    }
+    lock_ = lock_folder(hidden_);
+    settle_pending(hidden_);
+}
+
+void ModelFiles::close_hidden_folder() noexcept {
+    if (lock_ < 0) {
+        return;
+    }
+    std::error_code ignored;
+    for (const auto& [file, change] : changes_) {
+        fs::remove(change.aside, ignored);
+    }
+    changes_.clear();
+    unlock_folder(hidden_, std::exchange(lock_, -1));
+}
+
+fs::path ModelFiles::folder() const {
+    return project_.parent_path();
+}
+
+std::string ModelFiles::base_name() const {
+    return fs::path(base_).filename().string();
+}
+
+void ModelFiles::require_write_access() const {
+    if (access_ != Access::write) {
+        throw base::RangeFailure("a file of the model is written without write access");
+    }
+}
+
+fs::path ModelFiles::companion(std::string_view extension) const {
+    const std::string name = base_name() + base::lower(extension);
+    const fs::path exact = folder() / name;
+    if (changes_.contains(exact)) {
+        return exact;
+    }
+    return base::find_ignoring_case(folder(), name).value_or(exact);
+}
+
+bool ModelFiles::has(std::string_view extension) const {
+    return find(extension).has_value();
+}
+
+std::optional<fs::path> ModelFiles::find(std::string_view extension) const {
+    return find_file(companion(extension));
+}
+
+fs::path ModelFiles::name_of(std::string_view extension) const {
+    return companion(extension);
+}
+
+std::string ModelFiles::read(std::string_view extension) const {
+    return read_file(companion(extension));
+}
+
+std::string ModelFiles::read_file(const fs::path& file) const {
+    const auto place = find_file(file);
+    if (!place) {
+        throw base::FileFailure("does not exist", file);
+    }
+    return base::read_bytes(*place);
+}
+
+std::optional<std::string> ModelFiles::read_if(std::string_view extension) const {
+    const auto file = find(extension);
+    return file ? std::optional(base::read_bytes(*file)) : std::nullopt;
+}
+
+void ModelFiles::write(std::string_view extension, std::string_view bytes) {
+    write_file(companion(extension), bytes);
+}
+
+void ModelFiles::remove(std::string_view extension) {
+    remove_file(companion(extension));
+}
+
+std::string ModelFiles::read_project() const {
+    return read_file(project_);
+}
+
+void ModelFiles::write_project(std::string_view bytes) {
+    write_file(project_, bytes);
+}
+
+bool ModelFiles::has_file(const fs::path& file) const {
+    return find_file(file).has_value();
+}
+
+std::optional<fs::path> ModelFiles::find_file(const fs::path& file) const {
+    const fs::path name = normal(file);
+    if (const auto change = changes_.find(name); change != changes_.end()) {
+        return change->second.aside.empty() ? std::nullopt : std::optional(change->second.aside);
+    }
+    std::error_code ignored;
+    return fs::exists(name, ignored) ? std::optional(name) : std::nullopt;
+}
+
+void ModelFiles::write_file(const fs::path& file, std::string_view bytes) {
+    write_all(open_file_aside(file, true), file, bytes);
+}
+
+void ModelFiles::copy_file(const fs::path& from, const fs::path& to) {
+    const fs::path source = find_file(from).value_or(from);
+    copy_bytes(source, open_file_aside(to, true), to);
+}
+
+void ModelFiles::remove_file(const fs::path& file) {
+    require_write_access();
+    const fs::path name = normal(file);
+    if (const auto change = changes_.find(name); change != changes_.end()) {
+        std::error_code ignored;
+        fs::remove(change->second.aside, ignored);
+        changes_.erase(change);
+    }
+    std::error_code ignored;
+    if (fs::exists(fs::symlink_status(name, ignored))) {
+        changes_[name] = Change{};
+    }
+}
+
+fs::path ModelFiles::open_aside(std::string_view extension, bool fresh) {
+    return open_file_aside(companion(extension), fresh);
+}
+
+fs::path ModelFiles::open_file_aside(const fs::path& file, bool fresh) {
+    require_write_access();
+    const fs::path name = normal(file);
+    const auto old = find_file(name);
+    const auto change = changes_.find(name);
+    const bool is_aside = change != changes_.end() && !change->second.aside.empty();
+    if (is_aside && !fresh) {
+        return change->second.aside;
+    }
+    const fs::path aside = is_aside ? change->second.aside : new_aside_name();
+    changes_[name] = Change{aside};
+    if (old && !fresh) {
+        copy_bytes(*old, aside, name);
+    } else {
+        write_all(aside, name, {});
+    }
+    return aside;
+}
+
+fs::path ModelFiles::new_aside_name() {
+    return hidden_ / fmt::format("new.{}", next_number_++);
+}
+
+void ModelFiles::rollback() {
+    std::error_code ignored;
+    for (const auto& [file, change] : changes_) {
+        fs::remove(change.aside, ignored);
+    }
+    changes_.clear();
+}
+
+void ModelFiles::commit() {
+    if (changes_.empty()) {
+        return;
+    }
+    require_write_access();
+    std::vector<FileMove> moves;
+    for (const auto& [file, change] : changes_) {
+        moves.push_back({change.aside, file, {}});
+    }
+    try {
+        move_all(hidden_, moves);
+    } catch (...) {
+        rollback();
+        throw;
+    }
+    changes_.clear();
+}
+
+} // namespace core

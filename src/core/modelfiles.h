@@ -1,0 +1,100 @@
+// The folder of one model as a command sees it, and the one door for writing into it.
+//
+// A command reads and writes through one ModelFiles. Written and removed files are kept aside, in
+// the hidden folder ".<project name>.tervex" beside the project, until commit() moves them over the
+// old ones together. A journal makes the set all old or all new after a crash: the next command on
+// the model finishes or drops what it finds. Reading sees what has been written aside.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace core {
+
+enum class Access {
+    read,  // needs no lock and no writable folder
+    write, // holds an advisory lock on the model until the object ends
+};
+
+class ModelFiles {
+public:
+    // `project` is the project file (".td1" or ".bd5", four last characters). Finishes or drops
+    // what a command that was cut off left behind. Write access waits for another program's command
+    // and fails with FileFailure, before the first byte, where the folder cannot be written.
+    ModelFiles(std::filesystem::path project, Access access);
+    ~ModelFiles(); // drops what was not committed
+    ModelFiles(ModelFiles&&) noexcept;
+    ModelFiles& operator=(ModelFiles&&) noexcept;
+
+    // The project file, and <base>: the same less its last four characters.
+    const std::filesystem::path& project() const { return project_; }
+    const std::string& base() const { return base_; }
+    std::filesystem::path folder() const;
+    // Name of the model: the file-name part of <base>.
+    std::string base_name() const;
+
+    // Companions are named by their extension (".typ"). On reading the exact lower-case name comes
+    // first, then the name without regard to case; on writing an existing file keeps its name and a
+    // new one gets the lower-case name.
+    bool has(std::string_view extension) const;
+    // Where the bytes of the companion are now (aside or in the folder); nothing when missing.
+    std::optional<std::filesystem::path> find(std::string_view extension) const;
+    // The companion's name in the folder, whether it is there or not. For messages.
+    std::filesystem::path name_of(std::string_view extension) const;
+    // FileFailure when the companion is missing or cannot be read.
+    std::string read(std::string_view extension) const;
+    std::optional<std::string> read_if(std::string_view extension) const;
+    void write(std::string_view extension, std::string_view bytes);
+    void remove(std::string_view extension);
+
+    // The project file itself.
+    std::string read_project() const;
+    void write_project(std::string_view bytes);
+
+    // Any file of the model's folder by its full name.
+    bool has_file(const std::filesystem::path& file) const;
+    std::optional<std::filesystem::path> find_file(const std::filesystem::path& file) const;
+    std::string read_file(const std::filesystem::path& file) const;
+    void write_file(const std::filesystem::path& file, std::string_view bytes);
+    void copy_file(const std::filesystem::path& from, const std::filesystem::path& to);
+    void remove_file(const std::filesystem::path& file);
+
+    // A file aside that stands for the companion from now on, to be written in place: `fresh`
+    // begins empty, otherwise with the present content (empty when there is none). The same path on
+    // every call within one command.
+    std::filesystem::path open_aside(std::string_view extension, bool fresh);
+    std::filesystem::path open_file_aside(const std::filesystem::path& file, bool fresh);
+
+    // Makes everything written and removed so far the content of the folder, all or nothing. After
+    // a FileFailure the folder is as before.
+    void commit();
+    // Forgets everything written and removed since the last commit.
+    void rollback();
+    bool changed() const { return !changes_.empty(); }
+
+private:
+    struct Change {
+        std::filesystem::path aside; // empty: the file is to be removed
+    };
+
+    void open_hidden_folder();
+    void close_hidden_folder() noexcept;
+    void require_write_access() const;
+    std::filesystem::path companion(std::string_view extension) const;
+    std::filesystem::path new_aside_name();
+
+    std::filesystem::path project_;
+    std::string base_;
+    std::filesystem::path hidden_;
+    Access access_ = Access::read;
+    int lock_ = -1;
+    int next_number_ = 1;
+    std::map<std::filesystem::path, Change> changes_;
+};
+
+} // namespace core
