@@ -1,0 +1,22 @@
+// Blocks of the grid: unconfined layers and the sizes of cells.
+#pragma once
+
+#include "grid/griddefinition.h"
+
+namespace input {
+
+class Creation;
+
+// The model's layer file; FileFailure when it does not describe every layer.
+grid::LayerFile layers_of_model(const Creation& creation);
+
+// NFREE and KFREE: the unconfined layers of a horizontal model.
+void K_N_FREE(Creation& creation);
+
+void DELX(Creation& creation);
+// One value a row of a horizontal model, a section of a cross-section.
+void DELY(Creation& creation);
+// One value a layer of a horizontal model, a row of a cross-section.
+void DELZ(Creation& creation);
+
+} // namespace input
