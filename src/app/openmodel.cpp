@@ -1,0 +1,88 @@
+#include "app/openmodel.h"
+
+#include "app/predecessor.h"
+#include "app/recentfiles.h"
+#include "app/toolfiles.h"
+#include "base/textfile.h"
+#include "grid/griddefinition.h"
+#include "grid/monitoring.h"
+#include "sim/periods.h"
+#include "sim/rockfile.h"
+#include "sim/typfile.h"
+
+namespace app {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// The hourglass, for as long as it lives.
+class Busy {
+public:
+    explicit Busy(base::Interaction& user) : user_(user) { user_.busy(true); }
+    ~Busy() { user_.busy(false); }
+    Busy(const Busy&) = delete;
+    Busy& operator=(const Busy&) = delete;
+
+private:
+    base::Interaction& user_;
+};
+
+// A list that is missing, foreign or of the older form is written new at once.
+void renew_points(core::ModelFiles& files) {
+    const auto bytes = files.read_if(".pol");
+    const grid::ReadPoints points = grid::read_points(bytes.value_or(""));
+    if (!bytes || points.rewrite) {
+        grid::Write_Monitoring_Points(points.list, files);
+    }
+}
+
+Loaded read_model(const fs::path& path, base::Interaction& user) {
+    const Busy hourglass(user);
+    Loaded loaded = load_model(path, core::Access::write);
+    if (!loaded.workspace) {
+        return loaded;
+    }
+    if (auto refusal = companions_refusal(*loaded.workspace, path)) {
+        return {std::nullopt, std::move(refusal)};
+    }
+    create_tool_files(loaded.workspace->files);
+    renew_points(loaded.workspace->files);
+    return loaded;
+}
+
+} // namespace
+
+std::optional<base::Refusal> companions_refusal(const Workspace& workspace, const fs::path& shown) {
+    const core::ModelFiles& files = workspace.files;
+    check_tool_files(files);
+    static_cast<void>(files.read_if(".pol"));
+    static_cast<void>(sim::PeriodTable::load(files));
+    if (!grid::LayerFile::load(files, workspace.project.NZ())) {
+        return base::Refusal{base::desk_title, shown.string() + " has no layer data for the grid."};
+    }
+    static_cast<void>(sim::TypFile::load(files));
+    static_cast<void>(sim::RockFile::load(files));
+    return std::nullopt;
+}
+
+Loaded open_model(const fs::path& path, base::Interaction& user, const fs::path& user_folder) {
+    const std::string text = path.string();
+    const std::string_view name = base::trimmed(text);
+    if (name.empty()) {
+        return {};
+    }
+    Loaded loaded = read_model(name, user);
+    if (!loaded.workspace) {
+        return loaded;
+    }
+    Workspace& workspace = *loaded.workspace;
+    if (!offer_conversion(workspace, user)) {
+        return {};
+    }
+    workspace.save();
+    remember_model(workspace.Model_Path(), user_folder);
+    return loaded;
+}
+
+} // namespace app

@@ -1,0 +1,95 @@
+// Which folder may include which: the table of the architecture, read against every #include line.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::map<std::string, std::set<std::string>> allowed = {
+    {"base", {}},
+    {"report", {"base"}},
+    {"core", {"base", "report"}},
+    {"sim", {"base", "report", "core"}},
+    {"grid", {"base", "report", "core", "sim"}},
+    {"input", {"base", "report", "core", "sim", "grid"}},
+    {"app", {"base", "report", "core", "sim", "grid", "input"}},
+    {"td", {"base", "report", "core", "sim", "grid", "input", "app"}},
+};
+
+struct Include {
+    fs::path file;
+    std::string folder; // of the file
+    std::string name;   // as written between the quotes or angle brackets
+    bool quoted;
+};
+
+std::vector<Include> all_includes() {
+    std::vector<Include> includes;
+    const fs::path root = fs::path(TD_SOURCE_DIR) / "src";
+    for (const auto& entry : fs::recursive_directory_iterator(root)) {
+        const std::string extension = entry.path().extension().string();
+        if (extension != ".h" && extension != ".cpp") {
+            continue;
+        }
+        std::ifstream in(entry.path());
+        const std::string folder = fs::relative(entry.path(), root).begin()->string();
+        for (std::string line; std::getline(in, line);) {
+            if (!line.starts_with("#include ")) {
+                continue;
+            }
+            const bool quoted = line[9] == '"';
+            const std::size_t end = line.find(quoted ? '"' : '>', 10);
+            includes.push_back({entry.path(), folder, line.substr(10, end - 10), quoted});
+        }
+    }
+    return includes;
+}
+
+TEST(Layers, a_folder_includes_only_what_stands_below_it) {
+    int seen = 0;
+    for (const Include& include : all_includes()) {
+        if (!include.quoted) {
+            continue;
+        }
+        ++seen;
+        const std::string target = include.name.substr(0, include.name.find('/'));
+        ASSERT_TRUE(allowed.contains(include.folder)) << include.file << " is in an unknown folder";
+        EXPECT_TRUE(target == include.folder || allowed.at(include.folder).contains(target))
+            << include.file << " includes " << include.name;
+    }
+    EXPECT_GT(seen, 100);
+}
+
+TEST(Layers, toolkits_stay_in_their_place) {
+    for (const Include& include : all_includes()) {
+        if (include.quoted) {
+            continue;
+        }
+        if (include.name.starts_with("CLI/")) {
+            EXPECT_EQ(include.file.filename(), "arguments.cpp") << include.file;
+        }
+        EXPECT_FALSE(include.name.starts_with("Q") || include.name.starts_with("vtk"))
+            << include.file << " includes " << include.name;
+        EXPECT_NE(include.name, "locale") << include.file;
+        EXPECT_NE(include.name, "regex") << include.file;
+    }
+}
+
+TEST(Layers, programs_are_thin) {
+    std::ifstream in(fs::path(TD_SOURCE_DIR) / "src" / "td" / "main.cpp");
+    int lines = 0;
+    for (std::string line; std::getline(in, line);) {
+        ++lines;
+    }
+    EXPECT_LT(lines, 50);
+}
+
+} // namespace
