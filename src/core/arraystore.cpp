@@ -138,6 +138,13 @@ void ArrayStore::read_array(int number, int period, int layer, std::span<float> 
     }
 }
 
+LayerValues ArrayStore::layer_values(int number) const {
+    if (exists(number)) {
+        has_period(number, 1);
+    }
+    return LayerValues(cells_of_layer());
+}
+
 bool ArrayStore::has_period(int number, int period) const {
     require_period(period);
     require_layer(number, 1);

@@ -37,6 +37,10 @@ public:
     // True when the parameter has a file; false for a number without extension.
     bool exists(int number) const;
 
+    // Memory for one layer, taken only after the file of the parameter, if there is one, has been
+    // found as large as the grid asks for.
+    LayerValues layer_values(int number) const;
+
     // One layer (from 1) of one period (from 1) into `values` (NX * NY). A period without record
     // gives `default_value`; parameter 85 always reads period 1. FileFailure when the file is
     // missing, its tables or the record of period 1 are cut off; a later record may end early and

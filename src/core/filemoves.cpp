@@ -363,6 +363,10 @@ int lock_folder(const fs::path& hidden) {
 }
 
 void unlock_folder(const fs::path& hidden, int lock) noexcept {
+    // A list of moves that could not be taken back is left to the next command.
+    if (!is_there(hidden / "journal") && !is_there(hidden / "undo")) {
+        clear(hidden);
+    }
     ::rmdir(hidden.c_str());
     ::close(lock);
 }

@@ -48,7 +48,7 @@ void move_all(const std::filesystem::path& hidden, std::vector<FileMove> moves);
 // Makes the hidden folder and takes its advisory lock, waiting for another program's command. The
 // descriptor holds the lock. FileFailure when the folder cannot be written or stays locked.
 int lock_folder(const std::filesystem::path& hidden);
-// Releases the lock; removes the folder when nothing is left in it.
+// Drops what was kept aside and releases the lock; removes the folder when nothing is left in it.
 void unlock_folder(const std::filesystem::path& hidden, int lock) noexcept;
 
 // Finishes or drops what a command that was cut off left in the locked folder.

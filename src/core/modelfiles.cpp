@@ -203,12 +203,12 @@ fs::path ModelFiles::open_file_aside(const fs::path& file, bool fresh) {
         return change->second.aside;
     }
     const fs::path aside = is_aside ? change->second.aside : new_aside_name();
-    changes_[name] = Change{aside};
     if (old && !fresh) {
         copy_bytes(*old, aside, name);
     } else {
         write_all(aside, name, {});
     }
+    changes_[name] = Change{aside}; // only now: a copy that failed must not be moved over the file
     return aside;
 }
 

@@ -47,7 +47,7 @@ bool all_cells(const Model& model, int number, Good good) {
     if (!model.has_mesh() || !model.store.exists(number)) {
         return true;
     }
-    core::LayerValues values(model.store.cells_of_layer());
+    core::LayerValues values = model.store.layer_values(number);
     for (int layer = 1; layer <= model.store.layers(number); ++layer) {
         model.store.read_array(number, 1, layer, values, 0);
         if (!std::ranges::all_of(values, good)) {
@@ -80,10 +80,11 @@ void read_or_default(const Model& model, int number, int layer, core::LayerValue
 }
 
 bool PorGreaterIce(const Model& model) {
-    if (!model.has_mesh()) {
+    if (!model.has_mesh() || (!model.store.exists(ice_content) && !model.store.exists(porosity))) {
         return false;
     }
-    core::LayerValues ice(model.store.cells_of_layer()), pores(model.store.cells_of_layer());
+    core::LayerValues ice = model.store.layer_values(ice_content);
+    core::LayerValues pores = model.store.layer_values(porosity);
     for (int layer = 1; layer <= model.store.NZ(); ++layer) {
         read_or_default(model, ice_content, layer, ice);
         read_or_default(model, porosity, layer, pores);

@@ -43,7 +43,7 @@ bool Save_Per_Por(core::Project& project, core::ModelFiles& files) {
         return false;
     const RockFile rock = RockFile::load(files);
     core::ArrayStore store(files, project);
-    core::LayerValues zones(store.cells_of_layer());
+    core::LayerValues zones = store.layer_values(property_zones);
     core::LayerValues values(zones.size());
     for (const auto& [number, line] :
          {std::pair(porosity, rock::Por), std::pair(permeability, rock::Perm)}) {

@@ -135,7 +135,7 @@ void print_layer(std::ostream& out, const core::ArrayStore& store,
 int array_read(Context& context) {
     return on_store(context, Access::read, [&](app::Workspace&, core::ArrayStore& store) {
         const int number = number_of_parameter(context);
-        core::LayerValues values(store.cells_of_layer());
+        core::LayerValues values = store.layer_values(number);
         store.read_array(number, period_of(context), layer_of(context, store, number), values,
                          default_of(context, number));
         print_layer(context.out, store, values);

@@ -3,6 +3,7 @@
 
 #include "base/binaryio.h"
 #include "base/failure.h"
+#include "base/textfile.h"
 #include "core/arraystore.h"
 #include "core/modelfiles.h"
 #include "support/tempfolder.h"
@@ -10,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 inline void set_int16(std::string& bytes, std::size_t offset, int value) {
     base::ByteWriter entry;
@@ -38,12 +40,8 @@ class ArrayModel : public testing::Test {
 protected:
     // Bytes of a file as they will be after the command.
     std::string stored(const std::string& name) const {
-        std::string bytes = files.find_file(folder.path() / name) ? "" : "missing";
-        if (bytes.empty()) {
-            const auto place = *files.find_file(folder.path() / name);
-            bytes = folder.read(place.lexically_relative(folder.path()).string());
-        }
-        return bytes;
+        const auto place = files.find_file(folder.path() / name);
+        return place ? base::read_bytes(*place) : "missing";
     }
 
     support::TempFolder folder;

@@ -310,7 +310,7 @@ TEST_F(ArrayStoreTest, a_backup_copies_the_array_and_makes_a_missing_one) {
     store.write_array(temperature, 1, 1, layer_of(1));
     EXPECT_NE(stored("m.T1402"), stored("m.tem"));
     files.commit();
-    EXPECT_EQ(std::filesystem::exists(folder.path() / "m.T1402"), true);
+    EXPECT_TRUE(std::filesystem::exists(folder.path() / "m.T1402"));
 }
 
 TEST_F(ArrayStoreTest, a_backup_of_zones_upgrades_the_scratch_copy_only) {
