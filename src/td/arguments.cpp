@@ -7,6 +7,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <limits>
 #include <map>
 
 namespace td {
@@ -15,32 +16,78 @@ namespace {
 
 const std::string nothing;
 
-// Options in front, each joined to its value ("--name=-1"), arguments behind "--": a negative
-// number is then never taken for an option.
-std::vector<std::string> options_first(std::span<const OptionSpec> options,
-                                       const std::vector<std::string>& words) {
-    std::vector<std::string> sorted, arguments;
-    bool only_arguments = false;
-    for (std::size_t i = 0; i < words.size(); ++i) {
-        if (only_arguments || !words[i].starts_with("--")) {
-            arguments.push_back(words[i]);
-            continue;
+// Every value travels behind this mark: the parser would take an empty one for a missing one, and
+// one in brackets for a list.
+constexpr char mark = '=';
+
+std::string unmarked(const std::string& value) {
+    return value.substr(1);
+}
+
+// Sorts the words of a command line for the parser.
+class Sorter {
+public:
+    Sorter(const std::string& command, std::span<const OptionSpec> options)
+        : command_(command), options_(options) {}
+
+    // Options in front, each joined to its value ("--name=-1"), arguments behind "--": a negative
+    // number is then never taken for an option.
+    std::vector<std::string> sorted(const std::vector<std::string>& words, std::size_t most) {
+        for (auto word = words.begin(); word != words.end(); ++word) {
+            if (only_arguments_ || !word->starts_with("--")) {
+                arguments_.push_back(mark + *word);
+            } else if (*word == "--") {
+                only_arguments_ = true;
+            } else if (take_option(*word, word + 1 == words.end() ? nullptr : &word[1])) {
+                ++word;
+            }
         }
-        const auto option = std::ranges::find_if(
-            options, [&](const OptionSpec& spec) { return spec.name == words[i]; });
-        const bool takes_value = option != options.end() && option->value[0] != '\0';
-        if (words[i] == "--") {
-            only_arguments = true;
-        } else if (takes_value && i + 1 < words.size() && !words[i + 1].starts_with("--")) {
-            sorted.push_back(words[i] + "=" + words[i + 1]);
-            ++i;
-        } else {
-            sorted.push_back(words[i]);
+        if (arguments_.size() > most) {
+            fail("unexpected argument", unmarked(arguments_[most]));
         }
+        sorted_.emplace_back("--");
+        sorted_.insert(sorted_.end(), arguments_.begin(), arguments_.end());
+        return sorted_;
     }
-    sorted.emplace_back("--");
-    sorted.insert(sorted.end(), arguments.begin(), arguments.end());
-    return sorted;
+
+private:
+    // True when the value is the next word.
+    bool take_option(const std::string& word, const std::string* next) {
+        const std::size_t sign = std::min(word.find('='), word.size());
+        const std::string name = word.substr(0, sign);
+        const auto option = std::ranges::find_if(
+            options_, [&](const OptionSpec& spec) { return spec.name == name; });
+        if (option == options_.end()) {
+            fail("unknown option", name);
+        }
+        const bool has_value = sign < word.size();
+        if (option->value[0] == '\0') {
+            if (has_value) {
+                fail("no value belongs to", name);
+            }
+            sorted_.push_back(name);
+            return false;
+        }
+        if (!has_value && (next == nullptr || next->starts_with("--"))) {
+            fail("a value is missing behind", name);
+        }
+        sorted_.push_back(name + '=' + mark + (has_value ? word.substr(sign + 1) : *next));
+        return !has_value;
+    }
+
+    [[noreturn]] void fail(std::string_view what, std::string_view word) const {
+        throw UsageError(fmt::format("td {}: {} \"{}\"", command_, what, word));
+    }
+
+    const std::string& command_;
+    std::span<const OptionSpec> options_;
+    std::vector<std::string> sorted_, arguments_;
+    bool only_arguments_ = false;
+};
+
+std::size_t most_arguments(std::span<const ArgumentSpec> arguments) {
+    const bool repeated = !arguments.empty() && arguments.back().repeated;
+    return repeated ? std::numeric_limits<std::size_t>::max() : arguments.size();
 }
 
 struct Bound {
@@ -53,9 +100,11 @@ Bound declare(CLI::App& app, std::span<const ArgumentSpec> arguments,
     Bound bound;
     for (const ArgumentSpec& spec : arguments) {
         CLI::Option* option = app.add_option(spec.name, spec.help);
-        option->required(spec.required);
-        spec.repeated ? option->expected(spec.required ? 1 : 0, 100000)
-                      : option->expected(spec.required ? 1 : 0, 1);
+        // One value at least, also for an argument that may be missing: with none expected, the
+        // parser would never give it any.
+        option->required(spec.required)
+            ->expected(1, spec.repeated ? 100000 : 1)
+            ->allow_extra_args(spec.repeated);
         bound.arguments.emplace_back(option, &spec);
     }
     for (const OptionSpec& spec : options) {
@@ -78,7 +127,8 @@ Arguments Arguments::parse(const std::string& command, std::span<const ArgumentS
     CLI::App app;
     app.set_help_flag();
     const Bound bound = declare(app, arguments, options);
-    std::vector<std::string> rest = options_first(options, words);
+    std::vector<std::string> rest =
+        Sorter(command, options).sorted(words, most_arguments(arguments));
     std::ranges::reverse(rest);
     try {
         app.parse(rest);
@@ -88,7 +138,7 @@ Arguments Arguments::parse(const std::string& command, std::span<const ArgumentS
     Arguments parsed;
     for (const auto& [option, spec] : bound.arguments) {
         for (const std::string& value : option->results()) {
-            parsed.arguments_.push_back({spec->name, value});
+            parsed.arguments_.push_back({spec->name, unmarked(value)});
         }
     }
     std::map<const OptionSpec*, std::size_t> used;
@@ -102,8 +152,9 @@ Arguments Arguments::parse(const std::string& command, std::span<const ArgumentS
         if (index > 0 && !found->second->repeated && !is_switch) {
             throw UsageError(fmt::format("td {}: {} is given twice", command, found->second->name));
         }
-        parsed.given_.push_back(
-            {found->second->name, is_switch ? std::string() : option->results().at(index)});
+        parsed.given_.push_back({found->second->name, is_switch
+                                                          ? std::string()
+                                                          : unmarked(option->results().at(index))});
     }
     return parsed;
 }

@@ -61,6 +61,10 @@ int wells(Context& context) {
 
 int create_input(Context& context) {
     return on_model_files(context, Access::write, [&](app::Workspace& workspace) {
+        // Told first: the gaps that chemistry leaves cannot be closed in this edition.
+        if (const auto refusal = input::chemistry_refusal(workspace.project.flags)) {
+            return context.refuse(*refusal);
+        }
         if (const auto gap = input::Control(workspace.project, workspace.files)) {
             return context.refuse(gap->message);
         }
@@ -80,7 +84,9 @@ int create_input(Context& context) {
 
 constexpr ArgumentSpec model_arguments[] = {model_argument};
 constexpr OptionSpec check_options[] = {{"--all", "", "goes on behind a failed test"}};
-constexpr OptionSpec create_options[] = {install_option};
+// Yes would start the simulator, which this edition cannot.
+constexpr OptionSpec create_options[] = {install_option,
+                                         {"--no", "", "does not start the simulator afterwards"}};
 
 constexpr Command commands[] = {
     {"check", "tests whether the model is complete", model_arguments, check_options, false, check},

@@ -229,7 +229,9 @@ int iteration_show(Context& context) {
         sim::OutIter form;
         form.load(workspace.project, workspace.files);
         for (const FieldOption& field : iteration_fields) {
-            context.record({std::string_view(field.name).substr(2), form.get(field.field)});
+            const bool unknown = field.kind == zero_one && !form.active_stored();
+            context.record(
+                {std::string_view(field.name).substr(2), unknown ? "" : form.get(field.field)});
         }
         return int{done};
     });

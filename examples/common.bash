@@ -1,0 +1,94 @@
+# What the example scripts share. Each of them sources this file and then works with
+#   $folder    where the model goes
+#   $model     its project file (new_model sets it)
+#   columns    widths of the columns [m], from west to east
+#   rows       heights of the rows [m], from north to south
+set -euo pipefail
+
+# Numbers have a decimal point, whatever language the shell speaks.
+export LC_ALL=C
+
+folder=${1:?"usage: [TD=PROGRAM] bash $0 FOLDER"}
+columns=()
+rows=()
+
+# The program; TD in the environment names another one than the `td` on the path.
+td() { command "${TD:-td}" "$@"; }
+
+# new_model NAME TITLE: an empty model in $folder. A model that is there already is left alone.
+new_model() {
+    mkdir -p "$folder"
+    model=$folder/$1.td1
+    td new "$model"
+    td project set "$model" INFO DESCRIPTION "$2"
+}
+
+# equal COUNT SIZE: the sizes of COUNT equal cells.
+equal() {
+    awk -v count="$1" -v size="$2" 'BEGIN { while (count-- > 0) print size }'
+}
+
+# graded COUNT SIZE LENGTH: COUNT cell sizes beside a cell of the size SIZE, each larger than the one
+# before by the same factor, together LENGTH long.
+graded() {
+    awk -v count="$1" -v size="$2" -v all="$3" '
+        function together(factor, n, sum) {
+            for (n = 1; n <= count; ++n) sum += size * factor ^ n
+            return sum
+        }
+        BEGIN {
+            low = 0.1; high = 10
+            while (high - low > 1e-9) {
+                factor = (low + high) / 2
+                if (together(factor) < all) low = factor; else high = factor
+            }
+            for (n = 1; n < count; ++n) {
+                cell = sprintf("%.1f", size * factor ^ n)
+                print cell
+                all -= cell
+            }
+            printf "%.1f\n", all
+        }'
+}
+
+# numbered OPTION VALUE...: "OPTION 1=VALUE OPTION 2=VALUE ...".
+numbered() {
+    local option=$1 number=0 value
+    shift
+    for value in "$@"; do
+        echo "$option" "$((++number))=$value"
+    done
+}
+
+# cells FORMULA: a grid layer as text. The formula gives the value of a cell from its column i and
+# row j, the numbers of columns and rows nx and ny, the layer, and the middle of the cell, x metres
+# from the western and y metres from the southern edge of the grid (in a vertical section y is the
+# height above its base).
+cells() {
+    awk -v widths="${columns[*]}" -v heights="${rows[*]}" -v layer="${layer:-1}" '
+        BEGIN {
+            nx = split(widths, width, " ")
+            ny = split(heights, height, " ")
+            for (j = 1; j <= ny; ++j) north += height[j]
+            for (j = 1; j <= ny; ++j) {
+                y = north - height[j] / 2
+                north -= height[j]
+                west = 0
+                for (i = 1; i <= nx; ++i) {
+                    x = west + width[i] / 2
+                    west += width[i]
+                    printf "%s%.7g", i == 1 ? "" : " ", ('"$1"')
+                }
+                print ""
+            }
+        }'
+}
+
+# define PARAMETER LAYERS FORMULA [OPTION...]: gives the cells of these layers their values and marks
+# the item of the menu as defined.
+define() {
+    local layer
+    for layer in $2; do
+        cells "$3" | td array write "$model" "$1" --layer "$layer" --define "${@:4}"
+    done
+}
