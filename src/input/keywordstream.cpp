@@ -59,6 +59,9 @@ void KeywordStream::real_line(double value) {
 
 void KeywordStream::put(std::string_view ascii) {
     buffer_ += ascii;
+    if (!ascii.empty()) {
+        line_open_ = ascii.back() != '\n';
+    }
     if (buffer_.size() >= flush_size) {
         flush();
     }
@@ -77,21 +80,19 @@ void KeywordStream::end_line() {
 }
 
 void KeywordStream::close_line() {
-    // The buffer is empty only right after a flush, which keeps the last byte.
-    if (!buffer_.ends_with('\n')) {
+    if (line_open_) {
         end_line();
     }
 }
 
 void KeywordStream::flush() {
-    // The last byte stays, so that close_line() can look at it.
-    const std::size_t count = buffer_.size() - std::min<std::size_t>(1, buffer_.size());
-    failed_ = failed_ || !out_.write(buffer_.data(), static_cast<std::streamsize>(count));
-    buffer_.erase(0, count);
-    flushed_ += count;
+    failed_ = failed_ || !out_.write(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
+    flushed_ += buffer_.size();
+    buffer_.clear();
 }
 
 void KeywordStream::cut_back(std::uint64_t position) {
+    line_open_ = false;
     if (position >= flushed_) {
         buffer_.resize(static_cast<std::size_t>(position - flushed_));
         return;
@@ -111,8 +112,7 @@ void KeywordStream::require_written() const {
 }
 
 void KeywordStream::close() {
-    failed_ = failed_ || !out_.write(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
-    buffer_.clear();
+    flush();
     out_.close();
     failed_ = failed_ || !out_;
     require_written();

@@ -42,7 +42,8 @@ public:
     // Ends the line unless it is ended already.
     void close_line();
 
-    // Bytes written so far, and the way back to an earlier length: what follows it is dropped.
+    // Bytes written so far, and the way back to the beginning of an earlier line: what follows is
+    // dropped.
     std::uint64_t position() const { return flushed_ + buffer_.size(); }
     void cut_back(std::uint64_t position);
 
@@ -58,6 +59,7 @@ private:
     std::ofstream out_;
     std::string buffer_;
     std::uint64_t flushed_ = 0;
+    bool line_open_ = false;
     bool failed_ = false;
 };
 
