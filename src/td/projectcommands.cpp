@@ -10,6 +10,7 @@
 #include "base/paths.h"
 #include "base/textfile.h"
 #include "core/notes.h"
+#include "core/projectkeys.h"
 #include "td/command.h"
 
 #include <fmt/format.h>
@@ -44,13 +45,20 @@ int project_show(Context& context) {
     });
 }
 
+// Some keys of old project files are read, but a save leaves them alone.
+bool is_only_read(const std::string& section, const std::string& key) {
+    const auto index = core::find_project_key(section, key);
+    return index && core::project_keys()[*index].use == core::KeyUse::read_only;
+}
+
 int project_set(Context& context) {
     return on_model(context, Access::write, [&](app::Workspace& workspace) {
-        const Arguments& args = context.args;
-        if (!workspace.project.set_from_text(args.argument("SECTION"), args.argument("KEY"),
-                                             args.argument("VALUE"))) {
-            throw UsageError(fmt::format("the project file has no key \"{}\" \"{}\" to be set",
-                                         args.argument("SECTION"), args.argument("KEY")));
+        const std::string& section = context.args.argument("SECTION");
+        const std::string& key = context.args.argument("KEY");
+        if (is_only_read(section, key) ||
+            !workspace.project.set_from_text(section, key, context.args.argument("VALUE"))) {
+            throw UsageError(
+                fmt::format("the project file has no key \"{}\" \"{}\" to be set", section, key));
         }
         return int{done};
     });

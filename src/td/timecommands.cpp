@@ -32,8 +32,9 @@ struct ColumnOption {
     OptionSpec option;
     const char* column;
 };
+constexpr const char* use_option = "--use";
 constexpr ColumnOption period_columns[] = {
-    {{"--use", "0|1", "the period is active", true}, "Use"},
+    {{use_option, "0|1", "the period is active", true}, "Use"},
     {{"--length", "V", "length in the time unit", true}, "PeriodLength"},
     {{"--steps", "N", "number of time steps", true}, "TimeSteps"},
     {{"--monitoring", "N", "monitoring frequency in steps", true}, "MonitoringFrequency"},
@@ -68,6 +69,9 @@ std::optional<base::Refusal> fill_periods(const Context& context,
             if (row == 0) {
                 throw UsageError(
                     fmt::format("td periods set: {} stands before --period", given.option));
+            }
+            if (given.option == use_option) {
+                integer_of(given.value, use_option, 0, 1);
             }
             if (auto refusal = form.set_cell(row, column.column, given.value)) {
                 return refusal;
