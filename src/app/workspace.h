@@ -40,8 +40,7 @@ struct Loaded {
 // does not exist or cannot be read.
 Loaded load_model(const std::filesystem::path& path, core::Access access);
 
-// NX, NY, NZ of the project disagree with those of the grid file, or there is none: array commands
-// report the hint of the mesh.
+// The hint of array commands when the model has no grid file yet.
 std::optional<base::Refusal> mesh_refusal(const Workspace& workspace);
 
 } // namespace app

@@ -1,6 +1,11 @@
 #include "core/itemcells.h"
 
+#include "core/arraystore.h"
+#include "core/extensions.h"
 #include "core/modelflags.h"
+
+#include <algorithm>
+#include <array>
 
 namespace core {
 
@@ -56,6 +61,12 @@ constexpr ItemCell item_cells[] = {
 // The simulator's input takes tracers by zones or by arrays: the definition saved last.
 constexpr int tracer_zones = 1406, first_tracer_array = 1441, last_tracer_array = 1445;
 
+// Arrays that one item edits together; 0 for none.
+constexpr std::array<int, 3> items_with_several_arrays[] = {
+    {8, 63},  {9, 64},   {51, 67},           {7, 65}, {62, 69}, {61, 68},
+    {60, 66}, {11, 299}, {1408, 1409, 1410},
+};
+
 } // namespace
 
 void mark_item_defined(ModelFlags& flags, int number) {
@@ -67,6 +78,19 @@ void mark_item_defined(ModelFlags& flags, int number) {
     for (const ItemCell& item : item_cells) {
         if (number >= item.first && number <= item.last) {
             flags.mark_defined(item.a, item.b);
+        }
+    }
+}
+
+void create_arrays_of_item(ArrayStore& store, int number) {
+    for (const auto& item : items_with_several_arrays) {
+        if (std::ranges::find(item, number) == item.end()) {
+            continue;
+        }
+        for (const int array : item) {
+            if (array != 0) {
+                store.create_array_file(array, parameter_default(array));
+            }
         }
     }
 }

@@ -23,6 +23,21 @@ grid::LayerFile layers_of_model(const Creation& creation) {
     return *std::move(file);
 }
 
+grid::GridFile grid_of_model(const Creation& creation) {
+    auto file = grid::GridFile::load(creation.files);
+    if (!file) {
+        throw base::FileFailure("the grid file is missing", creation.files.name_of(".xy"));
+    }
+    const core::Project& project = creation.project;
+    if (file->NX != project.NX() || file->NY != project.NY()) {
+        throw base::FileFailure(fmt::format("has {} columns and {} rows, where the project has {} "
+                                            "and {}",
+                                            file->NX, file->NY, project.NX(), project.NY()),
+                                creation.files.name_of(".xy"));
+    }
+    return *std::move(file);
+}
+
 namespace {
 
 // Simulator numbers of the unconfined layers, ascending. Layer types say nothing about the rows of
@@ -70,21 +85,6 @@ void K_N_FREE(Creation& creation) {
 }
 
 namespace {
-
-grid::GridFile grid_of_model(const Creation& creation) {
-    auto file = grid::GridFile::load(creation.files);
-    if (!file) {
-        throw base::FileFailure("the grid file is missing", creation.files.name_of(".xy"));
-    }
-    const core::Project& project = creation.project;
-    if (file->NX != project.NX() || file->NY != project.NY()) {
-        throw base::FileFailure(fmt::format("has {} columns and {} rows, where the project has {} "
-                                            "and {}",
-                                            file->NX, file->NY, project.NX(), project.NY()),
-                                creation.files.name_of(".xy"));
-    }
-    return *std::move(file);
-}
 
 // "2*10. 5. 12.5 ": widths with equal neighbours folded.
 void folded_sizes(KeywordStream& stream, const auto& sizes) {

@@ -9,6 +9,8 @@ class Creation;
 
 // The model's layer file; FileFailure when it does not describe every layer.
 grid::LayerFile layers_of_model(const Creation& creation);
+// The model's columns and rows; FileFailure when they are not those of the project.
+grid::GridFile grid_of_model(const Creation& creation);
 
 // NFREE and KFREE: the unconfined layers of a horizontal model.
 void K_N_FREE(Creation& creation);

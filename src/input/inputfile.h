@@ -31,10 +31,10 @@ struct CreatedInput {
     bool failed = false;     // because a file could not be read or written
 };
 
-// Writes <base>.nml through `files`, block after block, for a horizontal model or a cross-section by
-// the model's orientation. Messages go to `user`; a block whose files cannot be read stays empty, is
-// reported by user.failure(), and the writer goes on. The flag of wells in `project` is cleared when
-// no period has any. Commits nothing.
+// Writes <base>.nml through `files`, block after block, for a horizontal model or a cross-section
+// by the model's orientation. Messages go to `user`; a block whose files cannot be read stays
+// empty, is reported by user.failure(), and the writer goes on. The flag of wells in `project` is
+// cleared when no period has any. Commits nothing.
 CreatedInput CreateTervexNml(core::Project& project, core::ModelFiles& files,
                              base::Interaction& user);
 
@@ -42,9 +42,9 @@ CreatedInput CreateTervexNml(core::Project& project, core::ModelFiles& files,
 // the absolute path of the project file without its last four characters.
 void CreateTervexCtl(const core::ModelFiles& files, const std::filesystem::path& install);
 
-// The whole command behind "Create TERVEX Input File" but its guard and the check: refusals, stream,
-// control file, the edited mark (0,1), the project file and the commit. Its last message tells that
-// the file is complete or not. A refusal has changed nothing.
+// The whole command behind "Create TERVEX Input File" but its guard and the check: refusals,
+// stream, control file, the edited mark (0,1), the project file and the commit. Its last message
+// tells that the file is complete or not. A refusal has changed nothing.
 struct CreateResult {
     std::optional<base::Refusal> refusal;
     CreatedInput created;

@@ -41,6 +41,7 @@ public:
                                           std::string_view text) override;
 
     int species() const { return table_.species; }
+    const sim::ReinjectionTable& table() const { return table_; }
 
 private:
     void make_columns();

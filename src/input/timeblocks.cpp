@@ -8,13 +8,12 @@
 #include "grid/monitoring.h"
 #include "input/compact.h"
 #include "input/creation.h"
+#include "input/gridblocks.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cmath>
 #include <functional>
-#include <optional>
 #include <string>
 
 namespace input {
@@ -105,68 +104,22 @@ void PMONIFR(Creation& creation) {
 
 namespace {
 
-// Finds the cells of points on the worksheet.
-class PointLocator {
-public:
-    PointLocator(const core::Project& project, const core::ModelFiles& files) : position_(project) {
-        const auto grid = grid::GridFile::load(files);
-        if (!grid) {
-            throw base::FileFailure("the grid file is missing", files.name_of(".xy"));
-        }
-        edges_ = grid::Build_Cell_Coordinates(*grid);
-    }
-
-    // A point on an edge belongs to the first cell that reaches it.
-    std::optional<WorksheetCell> cell(const grid::Bore& bore) const {
-        const auto [right, down] = from_corner(bore);
-        const int column = first_reaching(edges_.x_edges, right);
-        const int row = first_reaching(edges_.y_edges, down);
-        if (column == 0 || row == 0) {
-            return std::nullopt;
-        }
-        return WorksheetCell{column, row, bore.Layer};
-    }
-
-private:
-    struct Offset {
-        double right, down;
-    };
-
-    Offset from_corner(const grid::Bore& bore) const {
-        const double x = bore.X - position_.Grid_Left;
-        const double y = bore.Y - position_.Grid_Top;
-        if (position_.Grid_Angle == 0) {
-            return {x, -y};
-        }
-        const double c = std::cos(position_.Grid_Rad);
-        const double s = std::sin(position_.Grid_Rad);
-        return {c * x + s * y, s * x - c * y};
-    }
-
-    // 0 when the distance lies before the first edge or behind the last one.
-    static int first_reaching(const std::vector<double>& edges, double distance) {
-        if (edges.empty() || distance < edges.front()) {
-            return 0;
-        }
-        const auto edge = std::lower_bound(edges.begin() + 1, edges.end(), distance);
-        return edge == edges.end() ? 0 : static_cast<int>(edge - edges.begin());
-    }
-
-    grid::GridPosition position_;
-    grid::CellCoordinates edges_;
-};
-
 // Cells of the active points, moved together; a point outside the grid keeps its place with zeros.
 std::vector<SimulatorIndex> point_cells(Creation& creation) {
     const auto list = grid::Read_Monitoring_Points(creation.files);
-    const PointLocator locator(creation.project, creation.files);
+    if (std::ranges::none_of(list.bores, &grid::Bore::Active)) {
+        return {};
+    }
+    const grid::GridFile grid = grid_of_model(creation);
+    const grid::GridPosition position(creation.project);
     std::vector<SimulatorIndex> cells;
     for (std::size_t slot = 0; slot < list.bores.size(); ++slot) {
-        if (!list.bores[slot].Active) {
+        const grid::Bore& bore = list.bores[slot];
+        if (!bore.Active) {
             continue;
         }
-        if (const auto cell = locator.cell(list.bores[slot])) {
-            cells.push_back(creation.grid.index(*cell));
+        if (const auto cell = grid::find_cell(grid, position, bore.X, bore.Y)) {
+            cells.push_back(creation.grid.index({cell->column, cell->row, bore.Layer}));
             continue;
         }
         cells.push_back({0, 0, 0});

@@ -1,15 +1,13 @@
 #include "input/wellblocks.h"
 
-#include "base/binaryio.h"
 #include "base/interaction.h"
 #include "core/modelfiles.h"
 #include "core/project.h"
 #include "input/compact.h"
 #include "input/creation.h"
+#include "sim/reinjection.h"
 
 #include <fmt/format.h>
-
-#include <algorithm>
 
 namespace input {
 
@@ -134,53 +132,33 @@ bool takes_concentrations(const Creation& creation) {
            creation.wells && flags.TransportActive() == 1 && flags.is_defined(9, 8);
 }
 
-// Rows of the table: the rate of the well, which is not used here, and its concentrations. Rows and
-// values that are not there are 0.
-class InjectedConcentrations {
-public:
-    InjectedConcentrations(std::string_view bytes, std::filesystem::path file)
-        : reader_(bytes, std::move(file)), row_size_(reader_.int32("the number of species")) {}
-
-    std::int64_t species() const { return std::int64_t{row_size_} - 1; }
-    float next() { return reader_.remaining() < sizeof(float) ? 0 : reader_.single("a value"); }
-
-private:
-    base::ByteReader reader_;
-    std::int32_t row_size_;
-};
-
 // A hundred species of each of a hundred wells, species fastest.
-void Print_SCON(Creation& creation, InjectedConcentrations& table) {
-    Runs runs = real_runs(creation.stream);
-    for (std::size_t well = 0; well < creation.wells->master.size(); ++well) {
-        table.next();
-        for (std::int64_t species = 0; species < table.species(); ++species) {
-            runs.add(table.next());
+void Print_SCON(KeywordStream& stream, const sim::ReinjectionTable& table, int wells) {
+    Runs runs = real_runs(stream);
+    for (int well = 1; well <= wells; ++well) {
+        for (int species = 1; species <= table.species; ++species) {
+            runs.add(table.concentration(well, species));
         }
-        runs.add(0, vector_size - table.species());
+        runs.add(0, vector_size - table.species);
     }
-    const auto wells = static_cast<std::int64_t>(creation.wells->master.size());
-    if (wells < vector_size) {
-        runs.add(0, (vector_size - wells) * vector_size);
-    }
+    runs.add(0, (vector_size - std::int64_t{wells}) * vector_size);
     runs.finish();
-    creation.stream.end_line();
+    stream.end_line();
 }
 
 } // namespace
 
 void SCON(Creation& creation) {
-    const int activity = creation.project.flags.ActivityModel();
-    const char* extension = activity == 1 || activity == 3 ? ".dhs" : ".sco";
+    const char* extension = sim::reinjection_extension(creation.project.flags);
     const auto bytes =
         takes_concentrations(creation) ? creation.files.read_if(extension) : std::nullopt;
     if (!bytes) {
         creation.stream.text_line(no_concentrations);
         return;
     }
-    InjectedConcentrations table(*bytes, creation.files.name_of(extension));
-    if (table.species() == creation.TotalSpecies()) {
-        Print_SCON(creation, table);
+    const auto table = sim::ReinjectionTable::read(*bytes, creation.files.name_of(extension));
+    if (table.species == creation.TotalSpecies()) {
+        Print_SCON(creation.stream, table, static_cast<int>(creation.wells->master.size()));
         return;
     }
     creation.user.message(

@@ -7,10 +7,10 @@ namespace sim {
 
 // Stored in section "PICARD" of the model's notes.
 //
-// chkPicard and txtIteration are empty until they are stored, and so is sldProjCoeff, which holds
-// the projection coefficient itself ("0.3"); a slider shows it by tenth_position() and sets it by
-// tenth_text(). The transport limit is saved as TransportLimit but read, here and for the input
-// file, as TransLimit: a limit typed in is not shown again, and a TransLimit that is there stays.
+// txtIteration is empty until it is stored, and so is sldProjCoeff, which holds the projection
+// coefficient itself ("0.3"); a slider shows it by tenth_position() and sets it by tenth_text().
+// The transport limit is saved as TransportLimit but read, here and for the input file, as
+// TransLimit: a limit typed in is not shown again, and a TransLimit that is there stays.
 class OutIter final : public core::Form {
 public:
     OutIter();

@@ -240,8 +240,6 @@ void PermPor::store_compressibilities(RockFile& rock, core::ModelFiles& files) c
     if (rock.has_compressibilities())
         rock.set_line(rock::Compress, "Anisotropy");
     TypFile typ_file = TypFile::load(files);
-    if (typ_file.line(typ::COMPM) == get("COMPM_Value"))
-        return;
     typ_file.set_line(typ::COMPM, get("COMPM_Value"));
     typ_file.save(files);
 }

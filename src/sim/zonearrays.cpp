@@ -8,6 +8,7 @@
 #include "sim/rockproperties.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace sim {
 
@@ -23,11 +24,12 @@ std::vector<float> zone_values(const RockFile& rock, int line) {
     return values;
 }
 
-// Also for a zone number that is none, whatever the file holds.
+// Also for a zone number that is none, whatever the file holds. Fractions are rounded as in the
+// simulator's input.
 float value_of(float zone, const std::vector<float>& values) {
-    const float rounded = zone + 0.5F;
-    const bool known = rounded >= 1 && rounded < float(values.size() + 1);
-    return known ? values[std::size_t(rounded) - 1] : 0;
+    const float number = std::nearbyint(zone);
+    const bool known = number >= 1 && number <= float(values.size());
+    return known ? values[std::size_t(number) - 1] : 0;
 }
 
 } // namespace

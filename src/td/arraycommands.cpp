@@ -6,6 +6,7 @@
 #include "core/arraystore.h"
 #include "core/extensions.h"
 #include "core/itemcells.h"
+#include "grid/arrayfiles.h"
 #include "td/command.h"
 
 #include <fmt/format.h>
@@ -84,11 +85,8 @@ int array_ext(Context& context) {
 
 int array_list(Context& context) {
     return on_model_files(context, Access::read, [&](app::Workspace& workspace) {
-        const core::ArrayStore store(workspace.files, workspace.project);
-        for (int number = 1; number <= core::parameter_count; ++number) {
-            if (core::is_primary(number) && store.exists(number)) {
-                context.record({fmt::to_string(number), core::file_ext(number)});
-            }
+        for (const int number : grid::existing_arrays(workspace.files)) {
+            context.record({fmt::to_string(number), core::file_ext(number)});
         }
         return int{done};
     });
@@ -189,6 +187,7 @@ int array_write(Context& context) {
                         store.write_array(number, period, layer,
                                           parse_layer(text, store.cells_of_layer(), file));
                         if (context.args.has("--define")) {
+                            core::create_arrays_of_item(store, number);
                             core::mark_item_defined(workspace.project.flags, number);
                             workspace.project.flags.mark_edited();
                             workspace.project.Write_Project_File(workspace.files);

@@ -111,8 +111,7 @@ int run_form(Context& context, core::Form& form, std::span<const FieldOption> fi
 // The index of `text` in a list such as "simulated|prescribed"; UsageError when it is not there.
 int index_of_word(std::string_view text, std::string_view words, std::string_view what);
 
-// Runs one command line (without the program's name); what `main` does. `program` is the folder of
-// the executable.
+// Runs one command line (without the program's name); what `main` does. Exit status.
 int run_program(const std::vector<std::string>& words, std::istream& in, std::ostream& out,
                 std::ostream& err);
 

@@ -8,7 +8,5 @@
 int main(int argc, char** argv) {
     std::ios::sync_with_stdio(false);
     td::catch_interrupts();
-    const int status = td::run_program({argv + 1, argv + argc}, std::cin, std::cout, std::cerr);
-    std::cout.flush();
-    return status;
+    return td::run_program({argv + 1, argv + argc}, std::cin, std::cout, std::cerr);
 }

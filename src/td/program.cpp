@@ -82,7 +82,11 @@ int run_program(const std::vector<std::string>& words, std::istream& in, std::os
                 std::ostream& err) {
     TerminalUser reporter(err, StandingAnswer::none);
     try {
-        return dispatch(words, in, out, err);
+        const int status = dispatch(words, in, out, err);
+        if (!out.flush()) {
+            throw base::FileFailure("cannot be written", "standard output");
+        }
+        return status;
     } catch (const UsageError& error) {
         err << error.what() << '\n';
         return wrong_usage;

@@ -7,6 +7,7 @@
 #include "input/reinjection.h"
 #include "input/wells.h"
 #include "sim/continua.h"
+#include "sim/reinjection.h"
 #include "sim/rockfile.h"
 #include "sim/rockproperties.h"
 #include "sim/simplevalues.h"
@@ -302,10 +303,11 @@ int reinjection_set(Context& context) {
 
 int reinjection_show(Context& context) {
     return on_reinjection(context, Access::read, [&](app::Workspace&, input::SCON_Table& form) {
-        for (int row = 1; row <= form.rows(); ++row) {
-            std::vector<std::string> fields;
-            for (const core::FieldInfo& column : form.columns()) {
-                fields.push_back(form.cell(row, column.name));
+        int number = 0;
+        for (const sim::ReinjectionTable::Row& well : form.table().rows) {
+            std::vector<std::string> fields{fmt::to_string(++number), base::exact_text(well.rate)};
+            for (const float concentration : well.concentrations) {
+                fields.push_back(base::exact_text(concentration));
             }
             context.record(fields);
         }

@@ -27,7 +27,10 @@ std::string one_line(std::string_view text) {
 }
 
 void catch_interrupts() {
-    std::signal(SIGINT, [](int) { interrupted = 1; });
+    std::signal(SIGINT, [](int) {
+        interrupted = 1;
+        std::signal(SIGINT, SIG_DFL);
+    });
 }
 
 void TerminalUser::message(base::Icon, std::string_view title, std::string_view text) {

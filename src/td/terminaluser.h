@@ -39,8 +39,8 @@ private:
 // A text with its line breaks written as " / ".
 std::string one_line(std::string_view text);
 
-// From now on an interrupt asks the running operation to stop instead of ending the program at
-// once.
+// The next interrupt asks the running operation to stop instead of ending the program at once; a
+// second one ends it, for instance while it waits for input.
 void catch_interrupts();
 
 } // namespace td

@@ -130,7 +130,7 @@ int coupling_show(Context& context) {
         sim::Coupling form;
         form.load(workspace.project, workspace.files);
         const sim::TypFile file = sim::TypFile::load(workspace.files);
-        context.record({"KOPLNG", file.line(sim::typ::KOPLNG).substr(0, 4)});
+        context.record({"KOPLNG", file.KOPLNG()});
         for (const ShownField& shown : coupling_shown) {
             context.record({shown.name, form.get(shown.field)});
         }

@@ -77,6 +77,14 @@ TEST(PermPor, CompressibilityOfAllZonesGoesToTheSettings) {
     EXPECT_EQ(loaded<PermPor>(model).get("COMPM_Value"), "3E-10");
 }
 
+TEST(PermPor, SettingsThatAreMissingAreWrittenWhole) {
+    RockModel model;
+    PermPor form = loaded<PermPor>(model);
+    form.save(model.project, model.files);
+    EXPECT_TRUE(model.files.has(".typ"));
+    EXPECT_EQ(model.line(19), "1.0E-10");
+}
+
 TEST(PermPor, CompressibilitiesOfZonesReplaceLineFour) {
     RockModel model;
     PermPor form = two_zones(model);
@@ -227,6 +235,17 @@ TEST(SavePerPor, ZoneNumbersThatAreNoneGiveZero) {
     form.save(model.project, model.files);
     EXPECT_EQ(model.layer(porosity, 1), (core::LayerValues{0, 0, 0}));
     EXPECT_EQ(model.layer(porosity, 2), (core::LayerValues{0, 0.25F, 0.25F}));
+}
+
+TEST(SavePerPor, HalvesOfZonesGoToTheEvenZone) {
+    RockModel model;
+    model.define_zones({0.5F, 1.5F, 2.5F}, {3.5F, 14.5F, 15.5F});
+    PermPor form = loaded<PermPor>(model);
+    for (int zone = 1; zone <= 15; ++zone)
+        form.set_cell(zone, "Por", std::to_string(zone));
+    form.save(model.project, model.files);
+    EXPECT_EQ(model.layer(porosity, 1), (core::LayerValues{0, 2, 2}));
+    EXPECT_EQ(model.layer(porosity, 2), (core::LayerValues{4, 14, 0}));
 }
 
 TEST(SavePerPor, CutOffZonesAreAFailure) {
