@@ -56,6 +56,7 @@ namespace {
 
 constexpr OptionSpec yes_option{"--yes", "", "answers Yes to every question"};
 constexpr OptionSpec no_option{"--no", "", "answers No to every question"};
+constexpr OptionSpec quiet_option{"--quiet", "", "drops messages that only inform"};
 
 const char* value_name(const FieldOption& field) {
     switch (field.kind) {
@@ -110,6 +111,7 @@ std::vector<OptionSpec> all_options(const Command& command) {
         options.push_back(yes_option);
         options.push_back(no_option);
     }
+    options.push_back(quiet_option);
     return options;
 }
 

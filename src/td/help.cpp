@@ -12,12 +12,7 @@ namespace td {
 
 namespace {
 
-struct Group {
-    const char* title;
-    std::span<const Command> (*commands)();
-};
-
-constexpr Group groups[] = {
+constexpr CommandGroup groups[] = {
     {"Project", project_commands},
     {"Arrays", array_commands},
     {"Grid and layers", grid_commands},
@@ -37,10 +32,7 @@ std::string usage_of(const Command& command) {
             argument.repeated ? fmt::format("{}...", argument.name) : std::string(argument.name);
         text += argument.required ? " " + name : " [" + name + "]";
     }
-    if (!all_options(command).empty()) {
-        text += " [options]";
-    }
-    return text;
+    return text + " [options]";
 }
 
 std::string option_line(const OptionSpec& option) {
@@ -72,7 +64,7 @@ std::string command_help(const Command& command) {
 // Commands whose name begins with `words`; all of them without words.
 std::string list_of_commands(const std::vector<std::string>& words) {
     std::string text;
-    for (const Group& group : groups) {
+    for (const CommandGroup& group : groups) {
         std::string lines;
         for (const Command& command : group.commands()) {
             const std::vector<std::string> name = command_words(command);
@@ -99,8 +91,12 @@ constexpr std::string_view introduction =
 
 } // namespace
 
+std::span<const CommandGroup> command_groups() {
+    return groups;
+}
+
 void for_each_command(const std::function<void(const Command&)>& visit) {
-    for (const Group& group : groups) {
+    for (const CommandGroup& group : groups) {
         for (const Command& command : group.commands()) {
             visit(command);
         }

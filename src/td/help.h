@@ -3,12 +3,20 @@
 
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
 namespace td {
 
 struct Command;
+
+// Commands on one subject, under the title that help gives them.
+struct CommandGroup {
+    const char* title;
+    std::span<const Command> (*commands)();
+};
+std::span<const CommandGroup> command_groups();
 
 void for_each_command(const std::function<void(const Command&)>& visit);
 // The words of a command's name: "grid", "set".

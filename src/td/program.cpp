@@ -6,9 +6,12 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <new>
+#include <numeric>
 #include <optional>
 #include <ostream>
+#include <utility>
 
 #include <unistd.h>
 
@@ -32,6 +35,50 @@ const Command* find_command(const std::vector<std::string>& words) {
     return found;
 }
 
+// Number of letters to insert, delete or change to make `a` of `b`.
+std::size_t edit_distance(std::string_view a, std::string_view b) {
+    std::vector<std::size_t> row(b.size() + 1);
+    std::iota(row.begin(), row.end(), std::size_t{0});
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        std::size_t diagonal = std::exchange(row[0], i + 1);
+        for (std::size_t j = 0; j < b.size(); ++j) {
+            const std::size_t changed = diagonal + (a[i] == b[j] ? 0 : 1);
+            diagonal = row[j + 1];
+            row[j + 1] = std::min({changed, row[j] + 1, diagonal + 1});
+        }
+    }
+    return row.back();
+}
+
+// The command that was probably meant: the nearest name within a third of its letters.
+std::optional<std::string> nearest_command(const std::vector<std::string>& words) {
+    std::optional<std::string> nearest;
+    std::size_t least = std::string::npos;
+    for_each_command([&](const Command& command) {
+        const std::size_t count = std::min(command_words(command).size(), words.size());
+        const std::string typed = fmt::format(
+            "{}", fmt::join(words.begin(), words.begin() + static_cast<std::ptrdiff_t>(count), " "));
+        const std::string_view name = command.name;
+        const std::size_t distance = edit_distance(typed, name);
+        if (distance < least && distance * 3 <= name.size()) {
+            least = distance;
+            nearest = name;
+        }
+    });
+    return nearest;
+}
+
+std::string unknown_command(const std::vector<std::string>& words) {
+    if (words.empty()) {
+        return "td: a command is missing; see td --help";
+    }
+    std::string text = fmt::format("td: unknown command \"{}\"", fmt::join(words, " "));
+    if (const auto nearest = nearest_command(words)) {
+        return fmt::format("{}; did you mean \"td {}\"?", text, *nearest);
+    }
+    return text + "; see td --help";
+}
+
 StandingAnswer standing_answer(const Arguments& args) {
     if (args.has("--yes") && args.has("--no")) {
         throw UsageError("--yes and --no exclude each other");
@@ -53,7 +100,7 @@ int run_command(const Command& command, const std::vector<std::string>& words, s
     const Arguments args =
         Arguments::parse(command.name, command.arguments, all_options(command),
                          {words.begin() + static_cast<std::ptrdiff_t>(name_length), words.end()});
-    TerminalUser user(err, standing_answer(args));
+    TerminalUser user(err, standing_answer(args), args.has("--quiet"));
     Context context{args, user, in, out,
                     args.has("--install") ? std::filesystem::path(args.value("--install"))
                                           : default_install()};
@@ -69,9 +116,7 @@ int dispatch(const std::vector<std::string>& words, std::istream& in, std::ostre
     }
     const Command* command = find_command(words);
     if (command == nullptr) {
-        throw UsageError(words.empty() ? "td: a command is missing; see td --help"
-                                       : fmt::format("td: unknown command \"{}\"; see td --help",
-                                                     fmt::join(words, " ")));
+        throw UsageError(unknown_command(words));
     }
     return run_command(*command, words, in, out, err);
 }

@@ -33,7 +33,10 @@ void catch_interrupts() {
     });
 }
 
-void TerminalUser::message(base::Icon, std::string_view title, std::string_view text) {
+void TerminalUser::message(base::Icon icon, std::string_view title, std::string_view text) {
+    if (quiet_ && icon == base::Icon::information) {
+        return;
+    }
     err_ << fmt::format("{}: {}\n", one_line(title), one_line(text));
 }
 

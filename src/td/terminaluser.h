@@ -13,7 +13,9 @@ enum class StandingAnswer { none, yes, no };
 
 class TerminalUser : public base::Interaction {
 public:
-    TerminalUser(std::ostream& err, StandingAnswer answer) : err_(err), answer_(answer) {}
+    // A quiet one keeps boxes that only inform to himself.
+    TerminalUser(std::ostream& err, StandingAnswer answer, bool quiet = false)
+        : err_(err), answer_(answer), quiet_(quiet) {}
 
     void message(base::Icon icon, std::string_view title, std::string_view text) override;
     // Yes (OK) or No by the option; without one, prints the question and gives `cancel`.
@@ -33,6 +35,7 @@ public:
 private:
     std::ostream& err_;
     StandingAnswer answer_;
+    bool quiet_;
     bool has_failed_ = false;
 };
 
