@@ -3,7 +3,11 @@
 #   $model     its project file (new_model sets it)
 #   columns    widths of the columns [m], from west to east
 #   rows       heights of the rows [m], from north to south
-set -euo pipefail
+set -eEuo pipefail
+
+# A command that fails is told with its line in the script.
+on_error() { echo "$0: line ${BASH_LINENO[${#BASH_LINENO[@]} - 2]} failed" >&2; }
+trap on_error ERR
 
 # Numbers have a decimal point, whatever language the shell speaks.
 export LC_ALL=C
