@@ -76,11 +76,34 @@ std::size_t index_behind(std::string_view utf8, std::size_t count) {
     return at;
 }
 
-char lower_letter(char c) {
+// The accented letters of Western Europe are two bytes, the second of which tells the case.
+constexpr char accented = '\xC3';
+
+bool is_accented_pair(char second, unsigned char first_letter) {
+    const auto code = static_cast<unsigned char>(second);
+    const bool is_sign = code == first_letter + 0x17; // the signs of multiplication and division
+    return code >= first_letter && code <= first_letter + 0x1E && !is_sign;
+}
+
+char lower_letter(char before, char c) {
+    if (before == accented && is_accented_pair(c, 0x80)) {
+        return static_cast<char>(c + 0x20);
+    }
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
-char upper_letter(char c) {
+char upper_letter(char before, char c) {
+    if (before == accented && is_accented_pair(c, 0xA0)) {
+        return static_cast<char>(c - 0x20);
+    }
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+std::string folded(std::string_view text, char (*fold)(char, char)) {
+    std::string result(text);
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        result[i] = fold(i == 0 ? '\0' : text[i - 1], text[i]);
+    }
+    return result;
 }
 
 bool is_separator(char c) {
@@ -201,21 +224,24 @@ std::string_view trimmed_right(std::string_view text, std::string_view character
 }
 
 std::string lower(std::string_view text) {
-    std::string folded(text);
-    std::transform(folded.begin(), folded.end(), folded.begin(), lower_letter);
-    return folded;
+    return folded(text, lower_letter);
 }
 
 std::string upper(std::string_view text) {
-    std::string folded(text);
-    std::transform(folded.begin(), folded.end(), folded.begin(), upper_letter);
-    return folded;
+    return folded(text, upper_letter);
 }
 
 bool same_ignoring_case(std::string_view a, std::string_view b) {
-    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) {
-               return lower_letter(x) == lower_letter(y);
-           });
+    if (a.size() != b.size()) {
+        return false;
+    }
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        const char before = i == 0 ? '\0' : a[i - 1];
+        if (lower_letter(before, a[i]) != lower_letter(before, b[i])) {
+            return false;
+        }
+    }
+    return true;
 }
 
 std::string_view fixed_field(std::string_view line, std::size_t column, std::size_t width) {

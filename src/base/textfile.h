@@ -13,8 +13,8 @@ namespace base {
 // All bytes of a file. FileFailure when it cannot be read.
 std::string read_bytes(const std::filesystem::path& file);
 
-// Windows-1252 bytes to UTF-8. The five bytes without a character keep their number (U+0081 ...), so
-// that every byte survives a round trip.
+// Windows-1252 bytes to UTF-8. The five bytes without a character keep their number (U+0081 ...),
+// so that every byte survives a round trip.
 std::string to_utf8(std::string_view ansi);
 // UTF-8 to Windows-1252; characters that it does not have become "?".
 std::string to_ansi(std::string_view utf8);
@@ -37,7 +37,8 @@ std::string to_text_file(const std::vector<std::string>& lines);
 std::string_view trimmed(std::string_view text, std::string_view characters = " \t\r\n");
 std::string_view trimmed_right(std::string_view text, std::string_view characters = " \t\r\n");
 
-// ASCII letters folded to lower (upper) case, whatever the locale.
+// Letters folded to lower (upper) case, whatever the locale: those of ASCII and the accented ones
+// of Western Europe.
 std::string lower(std::string_view text);
 std::string upper(std::string_view text);
 bool same_ignoring_case(std::string_view a, std::string_view b);
@@ -52,7 +53,8 @@ public:
     // `file` is named in failures.
     NumberReader(std::string_view text, std::filesystem::path file);
 
-    // The next number; FileFailure "ends at line N, where WHAT was expected" at the end of the text.
+    // The next number; FileFailure "ends at line N, where WHAT was expected" at the end of the
+    // text.
     double next(std::string_view what);
     float next_single(std::string_view what);
     std::int32_t next_int(std::string_view what);
