@@ -1,6 +1,7 @@
 #include "app/recentfiles.h"
 
 #include "base/failure.h"
+#include "base/paths.h"
 #include "base/textfile.h"
 
 #include <fmt/format.h>
@@ -32,7 +33,7 @@ RecentFiles::RecentFiles(const fs::path& user_folder) : file_(user_folder, "BD5.
 }
 
 void RecentFiles::add(const fs::path& model) {
-    const std::string path = fs::absolute(model).lexically_normal().string();
+    const std::string path = base::absolute_path(model).string();
     auto place = std::find(paths_.begin(), paths_.end(), path);
     if (place == paths_.end()) {
         place = paths_.end() - 1;

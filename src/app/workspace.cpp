@@ -42,6 +42,8 @@ Loaded load_model(const std::filesystem::path& path, core::Access access) {
     if (auto refusal = name_refusal(path)) {
         return {std::nullopt, std::move(refusal)};
     }
+    // Finishes a command that was cut off, which may bring the project file only now.
+    static_cast<void>(core::ModelFiles(path, core::Access::read));
     std::error_code ignored;
     if (!std::filesystem::is_regular_file(path, ignored)) {
         throw base::FileFailure("the model does not exist", path);

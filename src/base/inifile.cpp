@@ -3,6 +3,7 @@
 #include "base/textfile.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace base {
 namespace {
@@ -50,36 +51,66 @@ std::string key_line(std::string_view key, std::string_view value) {
 
 } // namespace
 
+IniFile::Line::Line(std::string line) : text(std::move(line)), key(lower(key_of(text))) {}
+
+std::size_t IniFile::Section::find(std::string_view key) const {
+    const std::string folded = lower(trimmed(key));
+    const auto found = folded.empty() ? lines.end() : std::ranges::find(lines, folded, &Line::key);
+    return static_cast<std::size_t>(found - lines.begin());
+}
+
+void IniFile::Section::add(std::string line) {
+    auto end = lines.end();
+    while (end != lines.begin() && trimmed((end - 1)->text).empty())
+        --end;
+    lines.insert(end, Line(std::move(line)));
+}
+
 IniFile::IniFile(std::string_view bytes) : utf8_mark_(bytes.starts_with(utf8_mark)) {
     if (utf8_mark_)
         bytes.remove_prefix(utf8_mark.size());
     for (const std::string_view line : split_lines(bytes))
-        lines_.push_back(utf8_mark_ ? std::string(line) : to_utf8(line));
+        add_line(utf8_mark_ ? std::string(line) : to_utf8(line));
+}
+
+void IniFile::add_line(std::string line) {
+    if (is_head(line)) {
+        const std::string name = lower(head_name(line));
+        sections_.push_back({std::move(line), name, {}});
+    } else {
+        sections_.back().lines.emplace_back(std::move(line));
+    }
+}
+
+std::size_t IniFile::find(std::string_view section) const {
+    const auto found = std::find_if(
+        sections_.begin() + 1, sections_.end(),
+        [name = lower(trimmed(section))](const Section& other) { return other.name == name; });
+    return found == sections_.end() ? 0 : static_cast<std::size_t>(found - sections_.begin());
 }
 
 std::optional<std::string> IniFile::get(std::string_view section, std::string_view key) const {
-    const std::size_t first = find_section(section);
-    const std::size_t at = first == npos ? npos : find_key(first, key);
-    if (at == npos)
+    const std::size_t place = find(section);
+    const std::vector<Line>& lines = sections_[place].lines;
+    const std::size_t at = place == 0 ? lines.size() : sections_[place].find(key);
+    if (at == lines.size())
         return std::nullopt;
-    const std::string_view line = lines_[at];
+    const std::string_view line = lines[at].text;
     return std::string(without_quotes(trimmed(line.substr(line.find('=') + 1))));
 }
 
 void IniFile::set(std::string_view section, std::string_view key, std::string_view value) {
-    const std::size_t first = find_section(section);
-    if (first == npos) {
-        lines_.push_back(std::string("[").append(section).append("]"));
-        lines_.push_back(key_line(key, value));
+    std::size_t place = find(section);
+    if (place == 0) {
+        add_line(std::string("[").append(section).append("]"));
+        place = sections_.size() - 1;
+    }
+    const std::size_t at = sections_[place].find(key);
+    if (at == sections_[place].lines.size()) {
+        sections_[place].add(key_line(key, value));
         return;
     }
-    const std::size_t at = find_key(first, key);
-    if (at == npos) {
-        const auto end = static_cast<std::ptrdiff_t>(section_end(first));
-        lines_.insert(lines_.begin() + end, key_line(key, value));
-        return;
-    }
-    std::string& line = lines_[at];
+    std::string& line = sections_[place].lines[at].text;
     const std::size_t behind_sign = line.find('=') + 1;
     const bool has_own_blanks = !value.empty() && blanks.find(value.front()) != npos;
     const std::size_t old =
@@ -90,44 +121,25 @@ void IniFile::set(std::string_view section, std::string_view key, std::string_vi
 
 std::vector<std::string> IniFile::keys(std::string_view section) const {
     std::vector<std::string> keys;
-    for (std::size_t at = find_section(section); at < lines_.size() && !is_head(lines_[at]); ++at)
-        if (const std::string_view key = key_of(lines_[at]); !key.empty())
-            keys.emplace_back(key);
+    if (const std::size_t place = find(section); place != 0)
+        for (const Line& line : sections_[place].lines)
+            if (!line.key.empty())
+                keys.emplace_back(key_of(line.text));
     return keys;
 }
 
 std::string IniFile::bytes() const {
-    if (!utf8_mark_)
-        return to_text_file(lines_);
-    std::string bytes(utf8_mark);
-    for (const std::string& line : lines_)
-        bytes.append(line).append("\r\n");
+    std::string bytes(utf8_mark_ ? utf8_mark : std::string_view());
+    const auto append = [&](const std::string& line) {
+        bytes.append(utf8_mark_ ? line : to_ansi(line)).append("\r\n");
+    };
+    for (const Section& section : sections_) {
+        if (&section != &sections_.front())
+            append(section.head);
+        for (const Line& line : section.lines)
+            append(line.text);
+    }
     return bytes;
-}
-
-std::size_t IniFile::find_section(std::string_view section) const {
-    for (std::size_t i = 0; i < lines_.size(); ++i)
-        if (is_head(lines_[i]) && same_ignoring_case(head_name(lines_[i]), trimmed(section)))
-            return i + 1;
-    return npos;
-}
-
-// Index behind the section's last line that is not empty.
-std::size_t IniFile::section_end(std::size_t first) const {
-    std::size_t end = first;
-    while (end < lines_.size() && !is_head(lines_[end]))
-        ++end;
-    while (end > first && trimmed(lines_[end - 1]).empty())
-        --end;
-    return end;
-}
-
-std::size_t IniFile::find_key(std::size_t first, std::string_view key) const {
-    key = trimmed(key);
-    for (std::size_t i = first; i < lines_.size() && !is_head(lines_[i]); ++i)
-        if (!key.empty() && same_ignoring_case(key_of(lines_[i]), key))
-            return i;
-    return npos;
 }
 
 } // namespace base

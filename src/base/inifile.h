@@ -1,6 +1,7 @@
 // INI files by the rules of private profiles: first matching section and key, case ignored; blanks
-// and tabs round names and values dropped; `;` begins a comment line; one pair of quotes round a value
-// is dropped on reading and never added. Writing keeps order, spelling, comments and foreign keys.
+// and tabs round names and values dropped; `;` begins a comment line; one pair of quotes round a
+// value is dropped on reading and never added. Writing keeps order, spelling, comments and foreign
+// keys.
 #pragma once
 
 #include <optional>
@@ -30,12 +31,27 @@ public:
     std::string bytes() const;
 
 private:
-    // Index behind the section's head line, or npos.
-    std::size_t find_section(std::string_view section) const;
-    std::size_t section_end(std::size_t first) const;
-    std::size_t find_key(std::size_t first, std::string_view key) const;
+    struct Line {
+        explicit Line(std::string line);
 
-    std::vector<std::string> lines_;
+        std::string text;
+        std::string key; // folded; empty for comments and lines without "="
+    };
+    // A head line and the lines up to the next one.
+    struct Section {
+        // Index of the key's first line; that behind the last line when there is none.
+        std::size_t find(std::string_view key) const;
+        void add(std::string line);
+
+        std::string head, name; // as it stands in the file, and folded
+        std::vector<Line> lines;
+    };
+
+    // Index of the first section of that name; 0 when there is none.
+    std::size_t find(std::string_view section) const;
+    void add_line(std::string line);
+
+    std::vector<Section> sections_ = {{}}; // the first one has no head
     bool utf8_mark_ = false;
 };
 

@@ -6,14 +6,17 @@
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <pwd.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <system_error>
+#include <thread>
 #include <utility>
 
 namespace base {
@@ -21,6 +24,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* program_folder = "tervexdesk";
+constexpr int write_attempts = 500; // of 20 ms
 
 class Descriptor {
 public:
@@ -65,14 +69,44 @@ fs::path link_target(fs::path file) {
     return file;
 }
 
-// Creates a file with a name of its own in `folder`; the umask counts as for any new file.
-std::pair<int, fs::path> create_beside(const fs::path& folder) {
-    for (int n = 0;; ++n) {
-        fs::path name = folder / fmt::format(".td-{}-{}.tmp", ::getpid(), n);
-        const int descriptor = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (descriptor >= 0 || errno != EEXIST)
-            return {descriptor, name};
+bool has_name(int descriptor, const fs::path& name) {
+    struct stat open {
+    }, named{};
+    return ::fstat(descriptor, &open) == 0 && ::lstat(name.c_str(), &named) == 0 &&
+           open.st_dev == named.st_dev && open.st_ino == named.st_ino;
+}
+
+// False while another program holds the lock. Some file systems know no locks.
+bool lock(int descriptor) {
+    return ::flock(descriptor, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+}
+
+// Removes the file beside of a program that was cut off; the lock tells it from one that is being
+// written. A link or a folder in its place is not opened.
+void remove_abandoned(const fs::path& beside) {
+    const Descriptor found(::open(beside.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    if (found.number() < 0 ? errno == ELOOP || errno == EACCES
+                           : lock(found.number()) && has_name(found.number(), beside))
+        ::unlink(beside.c_str());
+}
+
+// Creates the file beside, locked as long as it is open; the umask counts as for any new file.
+// Programs that write the same file take turns.
+int create_beside(const fs::path& beside) {
+    for (int attempt = 0; attempt < write_attempts; ++attempt) {
+        const int descriptor =
+            ::open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+        if (descriptor < 0 && errno != EEXIST)
+            return -1;
+        if (descriptor >= 0 && lock(descriptor) && has_name(descriptor, beside))
+            return descriptor;
+        if (descriptor >= 0)
+            ::close(descriptor);
+        remove_abandoned(beside);
+        std::this_thread::sleep_for(std::chrono::milliseconds(attempt == 0 ? 0 : 20));
     }
+    errno = EBUSY;
+    return -1;
 }
 
 // A pipe or a device takes the bytes as they come.
@@ -83,13 +117,15 @@ void write_in_place(const fs::path& file, std::string_view bytes) {
 }
 
 void write_beside(const fs::path& file, std::string_view bytes, std::optional<mode_t> mode) {
-    const auto [descriptor, beside] = create_beside(file.parent_path());
-    Descriptor out(descriptor);
+    constexpr std::size_t longest = 200; // leaves room in a name of 255 bytes
+    const fs::path beside =
+        file.parent_path() / fmt::format(".{}.td-new", file.filename().string().substr(0, longest));
+    Descriptor out(create_beside(beside));
     if (out.number() < 0)
         fail_writing(file, errno);
-    const bool written =
-        write_all(out.number(), bytes) && (!mode || ::fchmod(out.number(), *mode & 07777U) == 0) &&
-        ::fsync(out.number()) == 0 && out.close() && ::rename(beside.c_str(), file.c_str()) == 0;
+    const bool written = write_all(out.number(), bytes) &&
+                         (!mode || ::fchmod(out.number(), *mode & 07777U) == 0) &&
+                         ::fsync(out.number()) == 0 && ::rename(beside.c_str(), file.c_str()) == 0;
     if (!written) {
         const int error = errno;
         ::unlink(beside.c_str());
@@ -111,17 +147,19 @@ fs::path user_folder(const char* variable, const char* below_home) {
 
 } // namespace
 
-std::optional<fs::path> find_ignoring_case(const fs::path& folder, std::string_view name) {
+bool is_file(const fs::path& path) {
     std::error_code none;
-    const auto is_file = [&none](const fs::path& path) {
-        const fs::file_status status = fs::status(path, none);
-        return fs::exists(status) && !fs::is_directory(status);
-    };
+    const fs::file_status status = fs::status(path, none);
+    return fs::exists(status) && !fs::is_directory(status);
+}
+
+std::optional<fs::path> find_ignoring_case(const fs::path& folder, std::string_view name) {
     if (name.empty())
         return std::nullopt;
     if (const fs::path exact = folder / name; is_file(exact))
         return exact;
     std::string found;
+    std::error_code none;
     for (fs::directory_iterator at(folder, none), end; at != end; at.increment(none)) {
         std::string candidate = at->path().filename().string();
         if (same_ignoring_case(candidate, name) && (found.empty() || candidate < found) &&
@@ -131,6 +169,14 @@ std::optional<fs::path> find_ignoring_case(const fs::path& folder, std::string_v
     if (found.empty())
         return std::nullopt;
     return folder / found;
+}
+
+fs::path absolute_path(const fs::path& file) {
+    std::error_code failed;
+    const fs::path absolute = fs::absolute(file, failed);
+    if (failed)
+        throw FileFailure(fmt::format("cannot be found: {}", failed.message()), file);
+    return absolute.lexically_normal();
 }
 
 std::string file_name(const fs::path& file) {

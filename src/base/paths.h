@@ -8,10 +8,17 @@
 
 namespace base {
 
-// The file of that name in `folder`: the exact name first, then the same name without regard to case
-// (the first in byte order when there are several). Nothing when there is none or no folder.
+// True when there is something of that name that is no folder.
+bool is_file(const std::filesystem::path& path);
+
+// The file of that name in `folder`: the exact name first, then the same name without regard to
+// case (the first in byte order when there are several). Nothing when there is none or no folder.
 std::optional<std::filesystem::path> find_ignoring_case(const std::filesystem::path& folder,
                                                         std::string_view name);
+
+// The file's name from the root on, without "." and "..". FileFailure when it would begin at the
+// current folder and that is gone.
+std::filesystem::path absolute_path(const std::filesystem::path& file);
 
 // UTF-8 name without its folder. Both "/" and "\" separate.
 std::string file_name(const std::filesystem::path& file);

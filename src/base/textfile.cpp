@@ -70,9 +70,8 @@ char ansi_byte(char32_t c) {
 // Byte index behind the first `count` characters.
 std::size_t index_behind(std::string_view utf8, std::size_t count) {
     std::size_t at = 0;
-    for (; at < utf8.size(); ++at)
-        if (!is_continuation(utf8[at]) && count-- == 0)
-            break;
+    for (; at < utf8.size() && count > 0; --count)
+        next_character(utf8, at);
     return at;
 }
 
@@ -179,8 +178,10 @@ std::string to_ansi(std::string_view utf8) {
 }
 
 std::size_t character_count(std::string_view utf8) {
-    return utf8.size() -
-           static_cast<std::size_t>(std::count_if(utf8.begin(), utf8.end(), is_continuation));
+    std::size_t count = 0;
+    for (std::size_t at = 0; at < utf8.size(); ++count)
+        next_character(utf8, at);
+    return count;
 }
 
 std::string first_characters(std::string_view utf8, std::size_t count) {

@@ -19,7 +19,8 @@ std::string to_utf8(std::string_view ansi);
 // UTF-8 to Windows-1252; characters that it does not have become "?".
 std::string to_ansi(std::string_view utf8);
 
-// Number of characters of UTF-8 text, and its first `count` characters.
+// Number of characters of UTF-8 text, and its first `count` characters. Each byte that is part of no
+// character counts as one, as it becomes one "?" in a file.
 std::size_t character_count(std::string_view utf8);
 std::string first_characters(std::string_view utf8, std::size_t count);
 

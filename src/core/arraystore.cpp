@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace core {
 
@@ -70,16 +71,24 @@ bool ArrayStore::exists(int number) const {
     return !extension.empty() && files_->has(extension);
 }
 
-fs::path ArrayStore::file_of(int number) const {
+const std::string& ArrayStore::extension_of(int number) const {
     const std::string& extension = file_ext(number);
     if (extension.empty()) {
         throw base::RangeFailure(fmt::format("parameter {} has no file", number));
     }
-    return files_->name_of(extension);
+    return extension;
+}
+
+fs::path ArrayStore::file_of(int number) const {
+    return files_->name_of(extension_of(number));
 }
 
 RandomFile ArrayStore::open(int number) const {
-    const fs::path file = file_of(number);
+    const std::string& extension = extension_of(number);
+    if (const auto place = files_->changed() ? std::nullopt : files_->find(extension)) {
+        return RandomFile(*place, RandomFile::Mode::read, *place);
+    }
+    const fs::path file = files_->name_of(extension);
     return RandomFile(files_->find_file(file).value_or(file), RandomFile::Mode::read, file);
 }
 
@@ -92,11 +101,18 @@ void ArrayStore::require_period(int period) const {
     require(period >= 1 && period <= period_count, "period", period, period_count);
 }
 
-void ArrayStore::require_layer(int number, int layer) const {
-    for (const int dimension : {nx_, ny_, nz_}) {
-        require(dimension >= 1 && dimension <= largest_dimension, "the grid dimension", dimension,
-                largest_dimension);
+void ArrayStore::require_grid() const {
+    for (const auto& [name, dimension] : {std::pair("NX", nx_), {"NY", ny_}, {"NZ", nz_}}) {
+        if (dimension < 1 || dimension > largest_dimension) {
+            throw base::FileFailure(fmt::format("{} of the grid is {}, where 1 to {} was expected",
+                                                name, dimension, largest_dimension),
+                                    files_->project());
+        }
     }
+}
+
+void ArrayStore::require_layer(int number, int layer) const {
+    require_grid();
     require(layer >= 1 && layer <= layers(number), "layer", layer, layers(number));
 }
 
@@ -128,13 +144,33 @@ void ArrayStore::read_array(int number, int period, int layer, std::span<float> 
     require_period(period);
     require_layer(number, layer);
     require_cells(values.size());
-    const RandomFile file = open(number);
-    const PeriodTables tables(file, record_bytes(number));
-    const int record = tables.record_for_reading(period_to_read(number, period));
-    if (record == 0) {
-        std::ranges::fill(values, default_value);
+    layer_reader(number, period, default_value).read(layer, values);
+}
+
+ArrayStore::LayerReader ArrayStore::layer_reader(int number, int period,
+                                                 float default_value) const {
+    require_period(period);
+    require_layer(number, 1);
+    LayerReader reader(*this, number, default_value);
+    reader.file_ = std::make_shared<const RandomFile>(open(number));
+    const PeriodTables tables(*reader.file_, record_bytes(number));
+    reader.record_ = tables.record_for_reading(period_to_read(number, period));
+    return reader;
+}
+
+ArrayStore::LayerReader ArrayStore::layer_reader_if(int number, int period,
+                                                    float default_value) const {
+    return exists(number) ? layer_reader(number, period, default_value)
+                          : LayerReader(*this, number, default_value);
+}
+
+void ArrayStore::LayerReader::read(int layer, std::span<float> values) const {
+    store_->require_layer(number_, layer);
+    store_->require_cells(values.size());
+    if (record_ == 0) {
+        std::ranges::fill(values, default_value_);
     } else {
-        file.read_singles(layer_start(number, record, layer), values);
+        file_->read_singles(store_->layer_start(number_, record_, layer), values);
     }
 }
 

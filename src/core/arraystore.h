@@ -7,7 +7,9 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace core {
@@ -20,7 +22,8 @@ class RandomFile;
 using LayerValues = std::vector<float>;
 
 // Numbers outside their ranges (parameter 1 to 2000 with an extension, period 1 to 1000, layer, row
-// and column of the grid) and layers of a wrong size are a RangeFailure in every operation.
+// and column of the grid) and layers of a wrong size are a RangeFailure in every operation, a grid
+// that the project file makes smaller than one cell a FileFailure.
 class ArrayStore {
 public:
     ArrayStore(ModelFiles& files, int nx, int ny, int nz);
@@ -47,6 +50,27 @@ public:
     // reads 0 there.
     void read_array(int number, int period, int layer, std::span<float> values,
                     float default_value) const;
+    // The same for layer after layer: the file is opened and its tables are read only once. A
+    // reader must not outlive its store.
+    class LayerReader {
+    public:
+        void read(int layer, std::span<float> values) const;
+
+    private:
+        friend ArrayStore;
+        LayerReader(const ArrayStore& store, int number, float default_value)
+            : store_(&store), number_(number), default_value_(default_value) {}
+
+        const ArrayStore* store_;
+        int number_;
+        float default_value_;
+        int record_ = 0; // 0: every cell has the default
+        std::shared_ptr<const RandomFile> file_;
+    };
+    LayerReader layer_reader(int number, int period, float default_value) const;
+    // A reader that gives the default everywhere when the parameter has no file.
+    LayerReader layer_reader_if(int number, int period, float default_value) const;
+
     // True when the period has a record of its own.
     bool has_period(int number, int period) const;
 
@@ -82,10 +106,12 @@ public:
     std::uintmax_t file_size(int number) const;
 
 private:
+    const std::string& extension_of(int number) const;
     std::filesystem::path file_of(int number) const;
     RandomFile open(int number) const;
     RandomFile open_for_writing(int number, bool fresh);
     void require_period(int period) const;
+    void require_grid() const;
     void require_layer(int number, int layer) const;
     void require_cells(std::size_t count) const;
     std::uint64_t layer_bytes() const;

@@ -28,6 +28,7 @@ namespace {
 constexpr std::size_t block_size = std::size_t{1} << 20;
 constexpr int lock_attempts = 3000; // of 20 ms
 constexpr mode_t new_file_mode = 0666;
+constexpr mode_t mode_bits = 07777;
 
 // The file that a move replaces: the one behind a link, also behind one that points nowhere yet.
 fs::path behind_links(fs::path file) {
@@ -39,9 +40,10 @@ fs::path behind_links(fs::path file) {
     return file;
 }
 
+// A name that cannot be looked up counts as taken.
 bool is_there(const fs::path& file) {
     std::error_code ignored;
-    return fs::exists(fs::symlink_status(file, ignored));
+    return fs::symlink_status(file, ignored).type() != fs::file_type::not_found;
 }
 
 void flush_folder(const fs::path& folder) {
@@ -50,6 +52,19 @@ void flush_folder(const fs::path& folder) {
         ::fsync(descriptor);
         ::close(descriptor);
     }
+}
+
+void give_mode(const fs::path& file, mode_t mode, const fs::path& shown) {
+    struct stat state {};
+    const bool has_mode =
+        ::stat(file.c_str(), &state) == 0 && ((state.st_mode ^ mode) & mode_bits) == 0;
+    if (!has_mode && ::chmod(file.c_str(), mode & mode_bits) != 0) {
+        throw_errno("written", shown);
+    }
+}
+
+fs::path copy_beside(const fs::path& target) {
+    return target.parent_path() / fmt::format(".{}.tervex-new", target.filename().string());
 }
 
 // Puts `from` in the place of `target`. Across file systems by a copy beside the target, so that
@@ -61,14 +76,14 @@ void replace(const fs::path& from, const fs::path& target) {
     if (errno != EXDEV) {
         throw_errno("written", target);
     }
-    const fs::path beside =
-        target.parent_path() / fmt::format(".{}.tervex-new", target.filename().string());
+    const fs::path beside = copy_beside(target);
     try {
         copy_bytes(from, beside, target);
         struct stat state {};
-        if (::stat(from.c_str(), &state) == 0) {
-            ::chmod(beside.c_str(), state.st_mode & 07777);
+        if (::stat(from.c_str(), &state) != 0) {
+            throw_errno("read", from);
         }
+        give_mode(beside, state.st_mode, target);
         Descriptor(beside, O_RDONLY, target).flush();
         if (::rename(beside.c_str(), target.c_str()) != 0) {
             throw_errno("written", target);
@@ -111,11 +126,8 @@ constexpr std::string_view list_end = "end";
 void write_list(const fs::path& hidden, const std::vector<FileMove>& moves) {
     std::string text;
     for (const FileMove& move : moves) {
-        // Names inside the model's folder have no path: the folder may be moved before the next
-        // command.
-        const bool beside = move.target.parent_path() == hidden.parent_path();
-        const fs::path target = beside ? move.target.filename() : move.target;
-        text += escaped(move.aside.filename()) + '\n' + escaped(target) + '\n' +
+        // No name has a path: the model's folder may be moved before the next command.
+        text += escaped(move.aside.filename()) + '\n' + escaped(move.target.filename()) + '\n' +
                 escaped(move.old.filename()) + '\n';
     }
     text += list_end;
@@ -128,7 +140,9 @@ void write_list(const fs::path& hidden, const std::vector<FileMove>& moves) {
     if (::rename(draft.c_str(), (hidden / "journal").c_str()) != 0) {
         throw_errno("written", hidden / "journal");
     }
-    flush_folder(hidden);
+    // The first move waits for the journal and for the name of the folder that holds it.
+    Descriptor(hidden, O_RDONLY | O_DIRECTORY, hidden).flush();
+    flush_folder(hidden.parent_path());
 }
 
 std::optional<std::vector<FileMove>> read_list(const fs::path& hidden, const char* name) {
@@ -140,42 +154,59 @@ std::optional<std::vector<FileMove>> read_list(const fs::path& hidden, const cha
     if (lines.empty() || lines.back() != list_end || lines.size() % 3 != 1) {
         return std::nullopt;
     }
-    const auto inside = [&](std::string_view line) {
+    // Whatever a list says, only files of the model are moved.
+    const auto inside = [](const fs::path& folder, std::string_view line) {
         const fs::path file = fs::path(unescaped(line)).filename();
-        return file.empty() ? fs::path() : hidden / file;
+        return file.empty() || file == "." || file == ".." ? fs::path() : folder / file;
     };
     std::vector<FileMove> moves;
     for (std::size_t i = 0; i + 1 < lines.size(); i += 3) {
-        moves.push_back({inside(lines[i]), hidden.parent_path() / unescaped(lines[i + 1]),
-                         inside(lines[i + 2])});
+        moves.push_back({inside(hidden, lines[i]), inside(hidden.parent_path(), lines[i + 1]),
+                         inside(hidden, lines[i + 2])});
+        if (moves.back().target.empty()) {
+            return std::nullopt;
+        }
     }
     return moves;
 }
 
+// New content goes to the file behind a link; a removal takes the link itself.
+fs::path place_of(const FileMove& move) {
+    return move.aside.empty() ? move.target : behind_links(move.target);
+}
+
+void remove_if_there(const fs::path& file) {
+    if (::unlink(file.c_str()) != 0 && errno != ENOENT) {
+        throw_errno("removed", file);
+    }
+}
+
 void finish(const FileMove& move) {
     if (move.aside.empty()) {
-        if (::unlink(move.target.c_str()) != 0 && errno != ENOENT) {
-            throw_errno("removed", move.target);
-        }
+        remove_if_there(move.target);
     } else if (is_there(move.aside)) {
-        replace(move.aside, move.target);
+        replace(move.aside, place_of(move));
     }
 }
 
 void take_back(const FileMove& move) {
-    if (move.old.empty()) {
-        if (!is_there(move.aside)) {
-            ::unlink(move.target.c_str());
+    const fs::path place = place_of(move);
+    if (!move.old.empty()) {
+        if (is_there(move.old)) {
+            replace(move.old, place);
         }
-    } else if (is_there(move.old)) {
-        replace(move.old, move.target);
+    } else if (!move.aside.empty()) {
+        remove_if_there(place);
+    }
+    if (const fs::path beside = copy_beside(place); is_there(beside)) {
+        remove_if_there(beside);
     }
 }
 
 void flush_targets(const std::vector<FileMove>& moves) {
     std::set<fs::path> folders;
     for (const FileMove& move : moves) {
-        folders.insert(move.target.parent_path());
+        folders.insert(place_of(move).parent_path());
     }
     for (const fs::path& folder : folders) {
         flush_folder(folder);
@@ -187,11 +218,17 @@ bool is_ours(std::string_view name) {
            name == "journal" || name == "undo";
 }
 
-// The lists go first: without one, a crash here leaves files that the next command drops.
-void clear(const fs::path& hidden) {
+bool has_list(const fs::path& hidden) {
+    return is_there(hidden / "journal") || is_there(hidden / "undo");
+}
+
+void drop_lists(const fs::path& hidden) {
+    remove_if_there(hidden / "journal");
+    remove_if_there(hidden / "undo");
+}
+
+void drop_files(const fs::path& hidden) noexcept {
     std::error_code ignored;
-    ::unlink((hidden / "journal").c_str());
-    ::unlink((hidden / "undo").c_str());
     std::vector<fs::path> files;
     for (const auto& entry : fs::directory_iterator(hidden, ignored)) {
         if (is_ours(entry.path().filename().string())) {
@@ -203,31 +240,58 @@ void clear(const fs::path& hidden) {
     }
 }
 
+// The lists go first: without one, a crash here leaves files that the next command drops. A list
+// that stays needs its files: the next command goes through it once more.
+void clear(const fs::path& hidden) noexcept {
+    try {
+        drop_lists(hidden);
+    } catch (const base::FileFailure&) {
+        return;
+    }
+    drop_files(hidden);
+}
+
 // Keeps a second name of the old content, and its mode and owner for the new one.
 void keep_old(const fs::path& hidden, FileMove& move, int number) {
+    const fs::path place = place_of(move);
     struct stat state {};
-    if (::stat(move.target.c_str(), &state) != 0) {
+    if (::lstat(place.c_str(), &state) != 0) {
         return;
     }
     move.old = hidden / fmt::format("old.{}", number);
     ::unlink(move.old.c_str());
-    if (::link(move.target.c_str(), move.old.c_str()) != 0) {
-        copy_bytes(move.target, move.old, move.target);
-        ::chmod(move.old.c_str(), state.st_mode & 07777);
+    if (::link(place.c_str(), move.old.c_str()) != 0) {
+        copy_bytes(place, move.old, move.target);
+        give_mode(move.old, state.st_mode, move.target);
     }
     if (!move.aside.empty()) {
         if (::chown(move.aside.c_str(), state.st_uid, state.st_gid) != 0) {
             // Only the superuser may give files away: a new file of one's own is as good.
         }
-        ::chmod(move.aside.c_str(), state.st_mode & 07777);
+        give_mode(move.aside, state.st_mode, move.target);
     }
+}
+
+// Goes through a list that was left, to its end or back.
+void settle_list(const fs::path& hidden) {
+    if (const auto undo = read_list(hidden, "undo")) {
+        for (const FileMove& move : *undo) {
+            take_back(move);
+        }
+        flush_targets(*undo);
+    } else if (const auto journal = read_list(hidden, "journal")) {
+        for (const FileMove& move : *journal) {
+            finish(move);
+        }
+        flush_targets(*journal);
+    }
+    drop_lists(hidden);
 }
 
 void prepare(const fs::path& hidden, std::vector<FileMove>& moves) {
     int number = 1;
     for (FileMove& move : moves) {
         if (!move.aside.empty()) {
-            move.target = behind_links(move.target);
             Descriptor(move.aside, O_RDONLY, move.target).flush();
         }
         keep_old(hidden, move, number++);
@@ -246,22 +310,50 @@ void take_all_back(const fs::path& hidden, const std::vector<FileMove>& moves) {
 }
 
 // A descriptor of the folder when this process could lock it, -1 when another one holds it or has
-// just removed it.
+// just removed it. FileFailure when it can never be locked. A link is no hidden folder: what it
+// leads to belongs to somebody else.
 int try_lock(const fs::path& hidden) {
-    const int descriptor = ::open(hidden.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int descriptor = ::open(hidden.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
     if (descriptor < 0) {
+        if (errno == ENOTDIR || errno == ELOOP) {
+            throw base::FileFailure("is in the way of the files that a command keeps aside",
+                                    hidden);
+        }
+        if (errno != ENOENT) {
+            throw_errno("opened", hidden);
+        }
         return -1;
     }
     struct stat opened {
     }, named{};
     const bool ours = ::flock(descriptor, LOCK_EX | LOCK_NB) == 0 &&
-                      ::fstat(descriptor, &opened) == 0 && ::stat(hidden.c_str(), &named) == 0 &&
+                      ::fstat(descriptor, &opened) == 0 && ::lstat(hidden.c_str(), &named) == 0 &&
                       opened.st_ino == named.st_ino && opened.st_dev == named.st_dev;
     if (!ours) {
         ::close(descriptor);
         return -1;
     }
     return descriptor;
+}
+
+// The same for a folder that was just made if need be: it must be writable, as its parent must.
+int try_lock_made(const fs::path& hidden) {
+    int lock = -1;
+    try {
+        lock = try_lock(hidden);
+        for (const fs::path& folder : {hidden, hidden.parent_path()}) {
+            if (lock >= 0 && ::access(folder.c_str(), W_OK | X_OK) != 0) {
+                throw_errno("written", hidden.parent_path());
+            }
+        }
+    } catch (const base::FileFailure&) {
+        ::rmdir(hidden.c_str()); // unless somebody's files are in it
+        if (lock >= 0) {
+            ::close(lock);
+        }
+        throw;
+    }
+    return lock;
 }
 
 } // namespace
@@ -280,7 +372,9 @@ Descriptor::Descriptor(const fs::path& file, int flags, fs::path shown)
 }
 
 Descriptor::~Descriptor() {
-    ::close(descriptor_);
+    if (descriptor_ >= 0) {
+        ::close(descriptor_);
+    }
 }
 
 void Descriptor::write(std::string_view bytes) {
@@ -300,6 +394,9 @@ void Descriptor::flush() {
 }
 
 void copy_bytes(const fs::path& from, const fs::path& to, const fs::path& shown) {
+    if (std::error_code ignored; fs::is_other(from, ignored)) {
+        throw base::FileFailure("is no ordinary file", from); // a pipe would never end
+    }
     Descriptor in(from, O_RDONLY, from);
     Descriptor out(to, O_WRONLY | O_CREAT | O_TRUNC, shown);
     std::string block(block_size, '\0');
@@ -319,6 +416,9 @@ void copy_bytes(const fs::path& from, const fs::path& to, const fs::path& shown)
 }
 
 void move_all(const fs::path& hidden, std::vector<FileMove> moves) {
+    if (has_list(hidden)) {
+        settle_list(hidden); // of an earlier set of this command
+    }
     try {
         prepare(hidden, moves);
     } catch (...) {
@@ -343,19 +443,8 @@ int lock_folder(const fs::path& hidden) {
         if (::mkdir(hidden.c_str(), 0777) != 0 && errno != EEXIST) {
             throw_errno("written", hidden.parent_path());
         }
-        if (const int lock = try_lock(hidden); lock >= 0) {
-            if (::access(hidden.c_str(), W_OK | X_OK) != 0 ||
-                ::access(hidden.parent_path().c_str(), W_OK | X_OK) != 0) {
-                const int reason = errno;
-                ::close(lock);
-                errno = reason;
-                throw_errno("written", hidden.parent_path());
-            }
+        if (const int lock = try_lock_made(hidden); lock >= 0) {
             return lock;
-        }
-        if (std::error_code ignored; is_there(hidden) && !fs::is_directory(hidden, ignored)) {
-            throw base::FileFailure("is in the way of the files that a command keeps aside",
-                                    hidden);
         }
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
     }
@@ -364,26 +453,23 @@ int lock_folder(const fs::path& hidden) {
 
 void unlock_folder(const fs::path& hidden, int lock) noexcept {
     // A list of moves that could not be taken back is left to the next command.
-    if (!is_there(hidden / "journal") && !is_there(hidden / "undo")) {
-        clear(hidden);
+    if (!has_list(hidden)) {
+        drop_files(hidden);
     }
     ::rmdir(hidden.c_str());
     ::close(lock);
 }
 
-void settle_pending(const fs::path& hidden) {
-    if (const auto undo = read_list(hidden, "undo")) {
-        for (const FileMove& move : *undo) {
-            take_back(move);
+void settle_locked(const fs::path& hidden, int lock) {
+    try {
+        if (has_list(hidden)) {
+            settle_list(hidden);
         }
-        flush_targets(*undo);
-    } else if (const auto journal = read_list(hidden, "journal")) {
-        for (const FileMove& move : *journal) {
-            finish(move);
-        }
-        flush_targets(*journal);
+        drop_files(hidden);
+    } catch (...) {
+        unlock_folder(hidden, lock);
+        throw;
     }
-    clear(hidden);
 }
 
 void finish_pending(const fs::path& hidden) {
@@ -396,7 +482,7 @@ void finish_pending(const fs::path& hidden) {
             return;
         }
         if (const int lock = try_lock(hidden); lock >= 0) {
-            settle_pending(hidden);
+            settle_locked(hidden, lock);
             unlock_folder(hidden, lock);
             return;
         }

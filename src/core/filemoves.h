@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace core {
@@ -16,10 +17,12 @@ class Descriptor {
 public:
     Descriptor(const std::filesystem::path& file, int flags, std::filesystem::path shown);
     ~Descriptor();
-    Descriptor(const Descriptor&) = delete;
+    Descriptor(Descriptor&& other) noexcept
+        : shown_(std::move(other.shown_)), descriptor_(std::exchange(other.descriptor_, -1)) {}
     Descriptor& operator=(const Descriptor&) = delete;
 
     int get() const { return descriptor_; }
+    const std::filesystem::path& shown() const { return shown_; }
     void write(std::string_view bytes);
     void flush(); // to the disk
 
@@ -37,12 +40,13 @@ void copy_bytes(const std::filesystem::path& from, const std::filesystem::path& 
 
 struct FileMove {
     std::filesystem::path aside;  // empty: `target` is removed
-    std::filesystem::path target; // a link stays a link: the file behind it is replaced
+    std::filesystem::path target; // beside the hidden folder; a link stays a link
     std::filesystem::path old;    // link to the old content; empty when there was none
 };
 
 // Flushes the files aside, writes the journal and moves them. After a FileFailure every target is
-// as before.
+// as before; where the disk does not even let the moves be taken back, the list of them stays for
+// the next command. Either way nothing is left to the caller.
 void move_all(const std::filesystem::path& hidden, std::vector<FileMove> moves);
 
 // Makes the hidden folder and takes its advisory lock, waiting for another program's command. The
@@ -51,8 +55,9 @@ int lock_folder(const std::filesystem::path& hidden);
 // Drops what was kept aside and releases the lock; removes the folder when nothing is left in it.
 void unlock_folder(const std::filesystem::path& hidden, int lock) noexcept;
 
-// Finishes or drops what a command that was cut off left in the locked folder.
-void settle_pending(const std::filesystem::path& hidden);
+// Finishes or drops what a command that was cut off left in the locked folder. After a FileFailure
+// the lock is released.
+void settle_locked(const std::filesystem::path& hidden, int lock);
 // The same for a reader: takes the lock for it, and leaves all as it is where it may not write.
 void finish_pending(const std::filesystem::path& hidden);
 

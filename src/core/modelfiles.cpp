@@ -18,8 +18,14 @@ namespace fs = std::filesystem;
 
 namespace {
 
-fs::path normal(const fs::path& file) {
-    return fs::absolute(file).lexically_normal();
+// All bytes of the file `name`, which are now at `place`. A pipe or a device in the place of a
+// model file would never end.
+std::string bytes_at(const fs::path& place, const fs::path& name) {
+    std::error_code ignored;
+    if (fs::is_other(place, ignored)) {
+        throw base::FileFailure("is no ordinary file", name);
+    }
+    return base::read_bytes(place);
 }
 
 void write_all(const fs::path& aside, const fs::path& file, std::string_view bytes) {
@@ -30,13 +36,13 @@ void write_all(const fs::path& aside, const fs::path& file, std::string_view byt
 } // namespace
 
 ModelFiles::ModelFiles(fs::path project, Access access)
-    : project_(normal(project)), access_(access) {
+    : project_(base::absolute_path(project)), access_(access) {
     const std::string full = project_.string();
     base_ = full.substr(0, full.size() - std::min<std::size_t>(4, full.size()));
     hidden_ = folder() / fmt::format(".{}.tervex", base_name());
     if (access_ == Access::write) {
         open_hidden_folder();
-    } else if (std::error_code ignored; fs::is_directory(hidden_, ignored)) {
+    } else if (std::error_code ignored; fs::is_directory(fs::symlink_status(hidden_, ignored))) {
         finish_pending(hidden_);
     }
 }
@@ -69,8 +75,9 @@ void ModelFiles::open_hidden_folder() {
     if (std::error_code ignored; !fs::is_directory(folder(), ignored)) {
         throw base::FileFailure("the folder does not exist", folder());
     }
-    lock_ = lock_folder(hidden_);
-    settle_pending(hidden_);
+    const int lock = lock_folder(hidden_);
+    settle_locked(hidden_, lock);
+    lock_ = lock;
 }
 
 void ModelFiles::close_hidden_folder() noexcept {
@@ -100,12 +107,11 @@ void ModelFiles::require_write_access() const {
 }
 
 fs::path ModelFiles::companion(std::string_view extension) const {
-    const std::string name = base_name() + base::lower(extension);
-    const fs::path exact = folder() / name;
-    if (changes_.contains(exact)) {
+    const fs::path exact = base_ + base::lower(extension);
+    if (changes_.contains(exact) || base::is_file(exact)) {
         return exact;
     }
-    return base::find_ignoring_case(folder(), name).value_or(exact);
+    return base::find_ignoring_case(folder(), exact.filename().string()).value_or(exact);
 }
 
 bool ModelFiles::has(std::string_view extension) const {
@@ -113,6 +119,10 @@ bool ModelFiles::has(std::string_view extension) const {
 }
 
 std::optional<fs::path> ModelFiles::find(std::string_view extension) const {
+    // One look at the folder finds most companions of most commands.
+    if (fs::path exact = base_ + base::lower(extension); changes_.empty() && base::is_file(exact)) {
+        return exact;
+    }
     return find_file(companion(extension));
 }
 
@@ -129,12 +139,13 @@ std::string ModelFiles::read_file(const fs::path& file) const {
     if (!place) {
         throw base::FileFailure("does not exist", file);
     }
-    return base::read_bytes(*place);
+    return bytes_at(*place, file);
 }
 
 std::optional<std::string> ModelFiles::read_if(std::string_view extension) const {
-    const auto file = find(extension);
-    return file ? std::optional(base::read_bytes(*file)) : std::nullopt;
+    const fs::path name = companion(extension);
+    const auto place = find_file(name);
+    return place ? std::optional(bytes_at(*place, name)) : std::nullopt;
 }
 
 void ModelFiles::write(std::string_view extension, std::string_view bytes) {
@@ -158,7 +169,7 @@ bool ModelFiles::has_file(const fs::path& file) const {
 }
 
 std::optional<fs::path> ModelFiles::find_file(const fs::path& file) const {
-    const fs::path name = normal(file);
+    const fs::path name = base::absolute_path(file);
     if (const auto change = changes_.find(name); change != changes_.end()) {
         return change->second.aside.empty() ? std::nullopt : std::optional(change->second.aside);
     }
@@ -177,7 +188,7 @@ void ModelFiles::copy_file(const fs::path& from, const fs::path& to) {
 
 void ModelFiles::remove_file(const fs::path& file) {
     require_write_access();
-    const fs::path name = normal(file);
+    const fs::path name = base::absolute_path(file);
     if (const auto change = changes_.find(name); change != changes_.end()) {
         std::error_code ignored;
         fs::remove(change->second.aside, ignored);
@@ -195,7 +206,7 @@ fs::path ModelFiles::open_aside(std::string_view extension, bool fresh) {
 
 fs::path ModelFiles::open_file_aside(const fs::path& file, bool fresh) {
     require_write_access();
-    const fs::path name = normal(file);
+    const fs::path name = base::absolute_path(file);
     const auto old = find_file(name);
     const auto change = changes_.find(name);
     const bool is_aside = change != changes_.end() && !change->second.aside.empty();
@@ -233,13 +244,8 @@ void ModelFiles::commit() {
     for (const auto& [file, change] : changes_) {
         moves.push_back({change.aside, file, {}});
     }
-    try {
-        move_all(hidden_, moves);
-    } catch (...) {
-        rollback();
-        throw;
-    }
-    changes_.clear();
+    changes_.clear(); // from here on the files aside are move_all's
+    move_all(hidden_, std::move(moves));
 }
 
 } // namespace core

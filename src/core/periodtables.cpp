@@ -44,6 +44,7 @@ PeriodTables::PeriodTables(const RandomFile& file, std::uint64_t record_bytes)
             file_);
     }
     file.read(0, bytes_);
+    begun_records_ = (file.size() - size + record_bytes - 1) / record_bytes;
     require_first_period(file, record_bytes);
 }
 
@@ -97,18 +98,27 @@ int PeriodTables::next_record() const {
         largest = std::max<int>(largest, base::int16_at(bytes_, record_offset(key)));
     }
     if (largest >= last_record) {
-        throw base::RangeFailure(fmt::format("{}: a new period would get a record beyond {}",
-                                             file_.string(), last_record));
+        throw base::FileFailure(
+            fmt::format("a new period would get a record beyond {}", last_record), file_);
     }
     return largest + 1;
 }
 
+// A file that was cut off has lost the record of every period at most.
+void PeriodTables::require_near_end(int period, int record) const {
+    if (static_cast<std::uint64_t>(record) > begun_records_ + period_count) {
+        throw base::FileFailure(
+            fmt::format("byte {}: period {} would get record {} of a file that holds {}",
+                        record_offset(period), period, record, begun_records_),
+            file_);
+    }
+}
+
 int PeriodTables::assign(int period) {
     set_entry(used_offset(period), period);
-    if (const int record = period_record(period); record != 0) {
-        return record;
-    }
-    const int record = next_record();
+    const int old = period_record(period);
+    const int record = old != 0 ? old : next_record();
+    require_near_end(period, record);
     set_entry(record_offset(period), record);
     return record;
 }

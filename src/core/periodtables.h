@@ -25,7 +25,8 @@ public:
     // The record that belongs to the period alone; 0 when there is none.
     int own_record(int period) const;
     // The record that a writer of the period uses, entered into both tables: the one it has, or the
-    // next one. RangeFailure when record numbers are used up.
+    // next one. FileFailure when record numbers are used up, and when the record would lie so far
+    // behind the end of the file that the tables cannot be right.
     int assign(int period);
 
     std::string_view bytes() const { return bytes_; }
@@ -34,11 +35,13 @@ private:
     int period_used(int period) const;
     int period_record(int key) const;
     int next_record() const;
+    void require_near_end(int period, int record) const;
     void set_entry(std::size_t offset, int value);
     void require_first_period(const RandomFile& file, std::uint64_t record_bytes) const;
 
     std::string bytes_;
-    std::filesystem::path file_; // named in failures
+    std::filesystem::path file_;      // named in failures
+    std::uint64_t begun_records_ = 0; // that have at least one byte in the file
 };
 
 } // namespace core

@@ -38,13 +38,13 @@ off_t file_offset(std::uint64_t offset, std::uint64_t count, const std::filesyst
 } // namespace
 
 RandomFile::RandomFile(const std::filesystem::path& place, Mode mode, std::filesystem::path shown)
-    : file_(place, open_flags(mode), shown), shown_(std::move(shown)) {
+    : file_(place, open_flags(mode), std::move(shown)) {
     struct stat state {};
     if (::fstat(file_.get(), &state) != 0) {
-        throw_errno("read", shown_);
+        throw_errno("read", file_.shown());
     }
     if (!S_ISREG(state.st_mode)) {
-        throw base::FileFailure("is no ordinary file", shown_);
+        throw base::FileFailure("is no ordinary file", file_.shown());
     }
     size_ = static_cast<std::uint64_t>(state.st_size);
 }
@@ -57,7 +57,7 @@ void RandomFile::read(std::uint64_t offset, std::span<char> bytes) const {
             continue;
         }
         if (count < 0) {
-            throw_errno("read", shown_);
+            throw_errno("read", shown());
         }
         if (count == 0) {
             break;
@@ -77,14 +77,14 @@ void RandomFile::read_singles(std::uint64_t offset, std::span<float> values) con
 }
 
 void RandomFile::write(std::uint64_t offset, std::string_view bytes) {
-    off_t at = file_offset(offset, bytes.size(), shown_);
+    off_t at = file_offset(offset, bytes.size(), shown());
     while (!bytes.empty()) {
         const ssize_t count = ::pwrite(file_.get(), bytes.data(), bytes.size(), at);
         if (count < 0 && errno == EINTR) {
             continue;
         }
         if (count < 0) {
-            throw_errno("written", shown_);
+            throw_errno("written", shown());
         }
         at += count;
         bytes.remove_prefix(static_cast<std::size_t>(count));
@@ -113,7 +113,7 @@ void RandomFile::require_free_space(std::uint64_t growth) const {
     if (growth > available) {
         throw base::FileFailure(
             fmt::format("needs {} more bytes, where the disk has {} left", growth, available),
-            shown_);
+            shown());
     }
 }
 
@@ -122,8 +122,8 @@ void RandomFile::extend(std::uint64_t size) {
         return;
     }
     require_free_space(size - size_);
-    if (::ftruncate(file_.get(), file_offset(size, 0, shown_)) != 0) {
-        throw_errno("written", shown_);
+    if (::ftruncate(file_.get(), file_offset(size, 0, shown())) != 0) {
+        throw_errno("written", shown());
     }
     size_ = size;
 }

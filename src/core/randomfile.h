@@ -19,7 +19,7 @@ public:
     // are no ordinary file.
     RandomFile(const std::filesystem::path& place, Mode mode, std::filesystem::path shown);
 
-    const std::filesystem::path& shown() const { return shown_; }
+    const std::filesystem::path& shown() const { return file_.shown(); }
     std::uint64_t size() const { return size_; }
 
     // Bytes behind the end of the file read as zero.
@@ -36,7 +36,6 @@ private:
     void require_free_space(std::uint64_t growth) const;
 
     Descriptor file_;
-    std::filesystem::path shown_;
     std::uint64_t size_ = 0;
 };
 

@@ -2,6 +2,7 @@
 
 #include "base/binaryio.h"
 #include "base/failure.h"
+#include "base/numbertext.h"
 #include "core/extensions.h"
 #include "core/modelfiles.h"
 #include "core/randomfile.h"
@@ -90,7 +91,9 @@ private:
     int Zone_Count() {
         const float count = bytes_.single("the number of zones");
         if (!(count >= 0 && count <= max_zones) || count != std::floor(count)) {
-            fail(0, fmt::format("there is no number of zones from 0 to {}", max_zones));
+            fail(0, fmt::format("the number of zones is {}, where 0 to {} was expected",
+                                std::isfinite(count) ? base::exact_text(count) : "no number",
+                                max_zones));
         }
         return static_cast<int>(count);
     }
@@ -190,8 +193,10 @@ public:
         for (int other = 1; other <= period_count; ++other) {
             largest = std::max<int>(largest, base::int16_at(bytes_, offset(other)));
         }
-        require(largest < last_record, fmt::format("{}: new zones would get a record beyond {}",
-                                                   file_.string(), last_record));
+        if (largest >= last_record) {
+            throw base::FileFailure(
+                fmt::format("new zones would get a record beyond {}", last_record), file_);
+        }
         base::ByteWriter entry;
         entry.int16(static_cast<std::int16_t>(largest + 1));
         bytes_.replace(offset(period), entry_bytes, entry.data());
@@ -239,6 +244,16 @@ void ZoneFile::require_place(int period, int layer) const {
             fmt::format("layer {} is outside 1 to {}", layer, layers_));
 }
 
+// A file that was cut off has lost the record of every period at most. What lies farther behind its
+// end is a damaged table.
+void ZoneFile::require_near_end(const RandomFile& file, int period, int record) const {
+    if (record > period_count && record_start(record - period_count) > file.size()) {
+        throw base::FileFailure(fmt::format("period {} would get record {} of a file of {} bytes",
+                                            period, record, file.size()),
+                                file.shown());
+    }
+}
+
 std::uint64_t ZoneFile::record_start(int record) const {
     return head_bytes + static_cast<std::uint64_t>(record - 1) *
                             static_cast<std::uint64_t>(layers_) * block_bytes;
@@ -272,6 +287,7 @@ void ZoneFile::write_zones(int period, int layer, int number, const std::vector<
     Table table = read_table(number);
     const int record = table.assign(period);
     RandomFile file = open_for_writing(number, !table.stored());
+    require_near_end(file, period, record);
     file.write(0, table.bytes());
     file.extend(record_start(record + 1));
     file.write(block_start(record, layer), block);

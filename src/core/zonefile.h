@@ -64,6 +64,7 @@ private:
     RandomFile open_for_writing(int number, bool fresh);
     Table read_table(int number) const;
     void require_place(int period, int layer) const;
+    void require_near_end(const RandomFile& file, int period, int record) const;
     std::uint64_t record_start(int record) const;
     std::uint64_t block_start(int record, int layer) const;
 

@@ -195,9 +195,10 @@ void GridSize::load(const core::Project& project, const core::ModelFiles& files)
         return;
     }
     if (column_ < 1 || column_ > grid_->NX || row_ < 1 || row_ > grid_->NY) {
-        throw base::RangeFailure(
-            fmt::format("column {}, row {} lie outside a grid of {} x {} cells", column_, row_,
-                        grid_->NX, grid_->NY));
+        throw base::FileFailure(
+            fmt::format("has {} columns and {} rows, where column {} and row {} were expected",
+                        grid_->NX, grid_->NY, column_, row_),
+            files.name_of(".xy"));
     }
     const auto column = static_cast<std::size_t>(column_ - 1);
     const auto row = static_cast<std::size_t>(row_ - 1);

@@ -85,7 +85,10 @@ public:
 
     std::int16_t int16() { return base::leading_int16(word()); }
     float single() { return base::leading_single(word()); }
-    std::string name() const { return point_name(base::trimmed(rest_)); }
+    // Without blanks in front, even those that stood for control characters.
+    std::string name() const {
+        return std::string(base::trimmed(point_name(base::trimmed(rest_))));
+    }
 
 private:
     std::string_view word() {

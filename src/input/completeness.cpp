@@ -40,6 +40,27 @@ struct Model {
     bool layers_by_arrays() const { return flags()(0, 0) <= 0; }
 };
 
+// Whether `good` holds for the cells 0 to `count` - 1. A loop of a fixed length without a way out
+// tests several cells at once, so `good` has no "&&" and "||" either.
+template <typename Good>
+bool all_good(std::size_t count, Good good) {
+    constexpr std::size_t block = 256;
+    std::size_t cell = 0;
+    for (; count - cell >= block; cell += block) {
+        int bad = 0;
+        for (std::size_t i = 0; i < block; ++i) {
+            bad |= good(cell + i) ? 0 : 1;
+        }
+        if (bad != 0) {
+            return false;
+        }
+    }
+    while (cell < count && good(cell)) {
+        ++cell;
+    }
+    return cell == count;
+}
+
 // True when every cell of the array is good. An array without file has nothing wrong in it: the
 // test of its flag reports it.
 template <typename Good>
@@ -48,9 +69,10 @@ bool all_cells(const Model& model, int number, Good good) {
         return true;
     }
     core::LayerValues values = model.store.layer_values(number);
+    const auto reader = model.store.layer_reader(number, 1, 0);
     for (int layer = 1; layer <= model.store.layers(number); ++layer) {
-        model.store.read_array(number, 1, layer, values, 0);
-        if (!std::ranges::all_of(values, good)) {
+        reader.read(layer, values);
+        if (!all_good(values.size(), [&](std::size_t cell) { return good(values[cell]); })) {
             return false;
         }
     }
@@ -59,24 +81,19 @@ bool all_cells(const Model& model, int number, Good good) {
 
 bool wrong_zone(const Model& model) {
     const auto zones = static_cast<float>(sim::PropertyZonesCount(model.files));
-    return !all_cells(model, property_zones, [zones](float v) { return v >= 1 && v <= zones; });
+    return !all_cells(model, property_zones, [zones](float v) { return (v >= 1) & (v <= zones); });
 }
 
 bool wrong_boundary(const Model& model, int number) {
-    return !all_cells(model, number, [](float v) { return v == 1 || v == -1 || v == 2; });
+    return !all_cells(model, number, [](float v) { return (v == 1) | (v == -1) | (v == 2); });
 }
 
 bool negative_value(const Model& model, int number) {
     return !all_cells(model, number, [](float v) { return v >= 0; });
 }
 
-void read_or_default(const Model& model, int number, int layer, core::LayerValues& values) {
-    const float initial = core::parameter_default(number);
-    if (model.store.exists(number)) {
-        model.store.read_array(number, 1, layer, values, initial);
-    } else {
-        std::ranges::fill(values, initial);
-    }
+core::ArrayStore::LayerReader reader_or_default(const Model& model, int number) {
+    return model.store.layer_reader_if(number, 1, core::parameter_default(number));
 }
 
 bool PorGreaterIce(const Model& model) {
@@ -85,10 +102,12 @@ bool PorGreaterIce(const Model& model) {
     }
     core::LayerValues ice = model.store.layer_values(ice_content);
     core::LayerValues pores = model.store.layer_values(porosity);
+    const auto ice_reader = reader_or_default(model, ice_content);
+    const auto pore_reader = reader_or_default(model, porosity);
     for (int layer = 1; layer <= model.store.NZ(); ++layer) {
-        read_or_default(model, ice_content, layer, ice);
-        read_or_default(model, porosity, layer, pores);
-        if (!std::ranges::equal(ice, pores, [](float i, float p) { return !(i > p); })) {
+        ice_reader.read(layer, ice);
+        pore_reader.read(layer, pores);
+        if (!all_good(ice.size(), [&](std::size_t cell) { return !(ice[cell] > pores[cell]); })) {
             return true;
         }
     }
@@ -185,14 +204,14 @@ constexpr Test tests[] = {
     {27,
      [](const Model& m) {
          return m.transport() && m.defined(2, 13) &&
-                !all_cells(m, tracers, [](float v) { return v >= 0 && v <= 5; });
+                !all_cells(m, tracers, [](float v) { return (v >= 0) & (v <= 5); });
      },
      "Wrong value defined in: |Transport|Initial Tracer Distribution|Constant Concentration.\n\n"
      "Valid values are 0 to 5"},
     {28,
      [](const Model& m) {
          return m.transport() &&
-                !all_cells(m, transport_boundaries, [](float v) { return v == 1 || v == -1; });
+                !all_cells(m, transport_boundaries, [](float v) { return (v == 1) | (v == -1); });
      },
      "Wrong value defined in: |Transport|Transport Boundaries.\n\nValid values are 1 or -1."},
     {29, [](const Model& m) { return m.transport() && !m.defined(11, 2); },

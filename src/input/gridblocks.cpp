@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <ranges>
 
 namespace input {
 
@@ -87,7 +86,7 @@ void K_N_FREE(Creation& creation) {
 namespace {
 
 // "2*10. 5. 12.5 ": widths with equal neighbours folded.
-void folded_sizes(KeywordStream& stream, const auto& sizes) {
+void folded_sizes(KeywordStream& stream, const std::vector<float>& sizes) {
     Runs runs([&stream](float size, std::int64_t count) {
         stream.put(base::run_item(completed(base::value_text(size), "."), count));
     });
@@ -100,7 +99,9 @@ void folded_sizes(KeywordStream& stream, const auto& sizes) {
 
 // Row heights begin with the worksheet's last row.
 void row_sizes(Creation& creation) {
-    folded_sizes(creation.stream, grid_of_model(creation).Row_Height | std::views::reverse);
+    std::vector<float> heights = grid_of_model(creation).Row_Height;
+    std::ranges::reverse(heights);
+    folded_sizes(creation.stream, heights);
 }
 
 // Mean distance of the layer's upper and lower face, by the arrays 3 and 4; in single precision, as

@@ -56,8 +56,9 @@ void ModelArrays::visit_rows(const ArrayItem& item, int period, const VisitRow& 
     require_layer(item);
     const auto columns = static_cast<std::size_t>(store_.NX());
     std::vector<float> values(store_.cells_of_layer());
+    const auto reader = store_.layer_reader(item.number, period, 0);
     for (int layer = 1; layer <= store_.NZ(); ++layer) {
-        store_.read_array(item.number, period, layer, values, 0);
+        reader.read(layer, values);
         for (int row = 1; row <= store_.NY(); ++row) {
             const auto index = grid_.index({1, row, layer});
             const auto first = static_cast<std::size_t>(row - 1) * columns;

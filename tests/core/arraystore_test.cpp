@@ -204,7 +204,10 @@ TEST_F(ArrayStoreTest, hostile_tables_are_failures_with_their_place) {
     EXPECT_EQ(file_failure([&] { read(temperature, 4, 1); }),
               "byte 2006: the record number of key 4 is -7, where 0 or more was expected (m.tem)");
     EXPECT_EQ(read(temperature, 5, NZ), LayerValues(cells, 0));
-    EXPECT_THROW(store.write_array(temperature, 6, 1, layer_of(0)), base::RangeFailure);
+    EXPECT_EQ(file_failure([&] { store.write_array(temperature, 6, 1, layer_of(0)); }),
+              "a new period would get a record beyond 32767 (m.tem)");
+    EXPECT_EQ(file_failure([&] { store.write_array(temperature, 5, 1, layer_of(0)); }),
+              "byte 2008: period 5 would get record 32767 of a file that holds 1 (m.tem)");
     EXPECT_FALSE(files.changed());
 }
 
@@ -230,7 +233,8 @@ TEST_F(ArrayStoreTest, numbers_outside_their_ranges_are_range_failures) {
         EXPECT_THROW(store.read_cell_value(temperature, 1, 1, 1, bad, 0), base::RangeFailure);
     }
     EXPECT_THROW(store.write_array(temperature, 1, 1, LayerValues(cells - 1)), base::RangeFailure);
-    EXPECT_THROW(ArrayStore(files, 0, 1, 1).create_array_file(6, 0), base::RangeFailure);
+    EXPECT_EQ(file_failure([&] { ArrayStore(files, 1, 0, 1).create_array_file(6, 0); }),
+              "NY of the grid is 0, where 1 to 32767 was expected (m.td1)");
     EXPECT_FALSE(store.exists(42));
 }
 

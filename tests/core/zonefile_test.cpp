@@ -181,9 +181,14 @@ TEST_F(ZoneFileTest, impossible_counts_are_failures_with_their_place) {
         folder.write("m.poz", std::string(whole).replace(offset, bytes.size(), bytes));
         return file_failure([&] { zones_read(); });
     };
-    for (const float count : {-1.0F, 20.5F, 21.0F, 1E30F, std::nanf("")}) {
+    for (const auto& [count, text] : {std::pair(-1.0F, "-1"),
+                                      {20.5F, "20.5"},
+                                      {21.0F, "21"},
+                                      {1E30F, "1E+30"},
+                                      {std::nanf(""), "no number"}}) {
         EXPECT_EQ(failure_of(head, singles({count})),
-                  "byte 2018: there is no number of zones from 0 to 20 (m.poz)");
+                  std::string("byte 2018: the number of zones is ") + text +
+                      ", where 0 to 20 was expected (m.poz)");
     }
     EXPECT_EQ(failure_of(head + 20, std::string("\x29\0", 2)),
               "byte 2038: the number of nodes is 41, where 0 to 40 was expected (m.poz)");
@@ -193,7 +198,8 @@ TEST_F(ZoneFileTest, impossible_counts_are_failures_with_their_place) {
               "byte 18: the record number of period 1 is -2, where 0 or "
               "more was expected (m.poz)");
     EXPECT_EQ(failure_of(18, "\xFF\x7F"), "nothing");
-    EXPECT_THROW(file.write_zones(2, 1, porosity_zones, {}), base::RangeFailure);
+    EXPECT_THROW(file.write_zones(2, 1, porosity_zones, {}), base::FileFailure);
+    EXPECT_THROW(file.write_zones(1, 1, porosity_zones, {}), base::FileFailure);
 }
 
 } // namespace

@@ -175,7 +175,7 @@ TEST(GridSize, refuses_what_is_not_positive_and_a_model_without_mesh) {
     form.set("txtRowSize", "0");
     EXPECT_EQ(title_and_text(form.check()), "Error: Please enter a positive value!");
     GridSize outside(2, 1);
-    EXPECT_THROW(outside.load(model.project, model.files), base::RangeFailure);
+    EXPECT_THROW(outside.load(model.project, model.files), base::FileFailure);
 }
 
 } // namespace
