@@ -1,0 +1,50 @@
+// A command that saves a model, and the states that it may leave behind.
+#pragma once
+
+#include "fault/sandbox.h"
+#include "fault/savings.h"
+
+#include <string>
+#include <vector>
+
+class SavedModel {
+public:
+    // Makes the old state and finds the new one by a run without faults; std::runtime_error when a
+    // command does not do as it should.
+    explicit SavedModel(const Saving& saving);
+
+    // What a run without faults counts.
+    const std::vector<std::string>& calls() const { return calls_; }
+    std::vector<std::string> reads() { return run("", Counted::reads).calls; }
+
+    // The command on the old state.
+    Outcome run(const std::string& plan = "", Counted counted = Counted::changes);
+    // The next command on what it has left.
+    Outcome run_next(const std::string& plan = "");
+
+    // The model as it is now, and how it compares. Old is also what a command of two units of work
+    // leaves between them.
+    Contents now() const { return box_.model(); }
+    bool is_old(const Contents& model) const;
+    bool is_new(const Contents& model) const { return model == states_.back(); }
+    bool was_there() const;
+    // The names that differ from the old and from the new state.
+    std::string compared(const Contents& model) const;
+
+    // Files of the program and of the user are each old or new as well; a temporary one vanishes
+    // when the command runs again. Tells what is wrong, or nothing.
+    std::string fault_outside();
+
+    std::string folder() const { return box_.path("").string(); }
+
+private:
+    Outcome require(const Outcome& outcome, int status, const std::string& line) const;
+    void make_old_state();
+    void add_states_between();
+
+    Saving saving_;
+    Sandbox box_;
+    Contents before_, after_;      // the whole sandbox
+    std::vector<Contents> states_; // of the model: old, what may be in between, new
+    std::vector<std::string> calls_;
+};
