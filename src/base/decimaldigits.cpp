@@ -7,7 +7,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <utility>
 
 namespace base {
 namespace {
@@ -49,44 +48,45 @@ DecimalDigits digits_of(Real value, Precision... precision) {
     return number;
 }
 
-// Singles of geology and hydraulics lie between 1E-21 and 2^63. There the 7 digits come from whole
-// numbers, several times as fast as from std::to_chars and just as exact.
-constexpr int single_digits = 7, least_exponent = -21;
-constexpr float least_single = 1.1E-21F, end_of_singles = 9.2E18F;
-constexpr std::uint32_t end_of_digits = 10'000'000;
+// Most quantities lie in this range. There the 7 digits of a single come from whole numbers,
+// several times as fast as from std::to_chars and just as exact.
+constexpr float least_in_range = 0x1p-69F, end_of_range = 0x1p63F;
+constexpr int single_digits = 7;
+constexpr std::uint64_t end_of_digits = 10'000'000;
 __extension__ using Wide = unsigned __int128;
 
-// 5 to the power `count`, and 10: the largest that are needed have 63 bits and 44.
-constexpr std::uint64_t power_of(std::uint64_t base, int count) {
-    return count == 0 ? 1 : base * power_of(base, count - 1);
+template <std::size_t count>
+constexpr std::array<std::uint64_t, count> powers_of(std::uint64_t base) {
+    std::array<std::uint64_t, count> powers{1};
+    for (std::size_t i = 1; i < count; ++i)
+        powers[i] = powers[i - 1] * base;
+    return powers;
 }
-template <std::uint64_t base, std::size_t... count>
-constexpr auto powers(std::index_sequence<count...>) {
-    return std::array{power_of(base, int{count})...};
-}
-constexpr auto powers_of_5 = powers<5>(std::make_index_sequence<28>());
-constexpr auto powers_of_10 = powers<10>(std::make_index_sequence<14>());
+constexpr auto powers_of_5 = powers_of<28>(5);
+constexpr auto powers_of_10 = powers_of<14>(10);
 
-// The whole part of a number, and what is left of it as a multiple of 1 / `unit`.
+// A number as its whole part and a rest in units of which `one` make 1.
 struct Parted {
     std::uint64_t whole;
-    Wide rest, unit;
+    Wide rest, one;
 
     std::uint64_t rounded() const {
-        return whole + (rest * 2 > unit || (rest * 2 == unit && whole % 2 != 0) ? 1 : 0);
+        const bool up = rest * 2 > one || (rest * 2 == one && whole % 2 != 0);
+        return whole + (up ? 1 : 0);
     }
 };
 
-// mantissa * 2^exponent * 10^power of a single in the range.
+// mantissa * 2^exponent * 10^power; with a negative power, 2^exponent is whole.
 Parted scaled(std::uint32_t mantissa, int exponent, int power) {
     if (power < 0) {
-        const std::uint64_t whole = std::uint64_t{mantissa} << exponent;
+        const std::uint64_t number = std::uint64_t{mantissa} << exponent;
         const std::uint64_t divisor = powers_of_10[static_cast<std::size_t>(-power)];
-        return {whole / divisor, whole % divisor, divisor};
+        return {number / divisor, number % divisor, divisor};
     }
     const Wide product = Wide{mantissa} * powers_of_5[static_cast<std::size_t>(power)];
-    const Wide unit = Wide{1} << (-exponent - power);
-    return {static_cast<std::uint64_t>(product / unit), product % unit, unit};
+    const int shift = -exponent - power;
+    const Wide one = Wide{1} << shift;
+    return {static_cast<std::uint64_t>(product >> shift), product & (one - 1), one};
 }
 
 // The same digits as digits_of(value, 6) for a single in the range.
@@ -94,8 +94,9 @@ DecimalDigits digits_in_range(float value) {
     const auto bits = std::bit_cast<std::uint32_t>(value);
     const std::uint32_t mantissa = (bits & 0x7FFFFFU) | 0x800000U;
     const int exponent = static_cast<int>(bits >> 23 & 0xFFU) - 150;
-    // Of the power of two below the value; its own is the same or the next one.
-    int decimal = (exponent + 23) * 1233 / 4096 - (exponent + 23 < 0 ? 1 : 0);
+    // The decimal exponent of the power of two below the value (log10 of 2 is 1233 / 4096); that of
+    // the value is the same or the next one.
+    int decimal = (exponent + 23) * 1233 >> 12;
     Parted parted = scaled(mantissa, exponent, single_digits - 1 - decimal);
     if (parted.whole >= end_of_digits) {
         ++decimal;
@@ -140,7 +141,7 @@ void DecimalDigits::round_to(int kept) {
 
 DecimalDigits significant_digits(float value) {
     const float size = std::abs(value);
-    return size >= least_single && size < end_of_singles
+    return size >= least_in_range && size < end_of_range
                ? digits_in_range(value)
                : digits_of(value, std::numeric_limits<float>::digits10);
 }

@@ -27,17 +27,18 @@ struct Look {
 using Buffer = std::array<char, 80>;
 
 char* put_plain(char* out, const DecimalDigits& number, Look look) {
+    const char* const digits = number.digits.data();
     const int before = number.exponent + 1;
-    if (before > 0 || look.zero_before_point)
-        *out++ = number.at_power(std::max(number.exponent, 0));
-    for (int power = number.exponent - 1; power >= 0; --power)
-        *out++ = number.at_power(power);
-    const int behind = number.count - before;
-    if (behind > 0 || look.always_point)
+    const int whole = std::clamp(before, 0, number.count); // digits before the point
+    out = std::copy(digits, digits + whole, out);
+    out = std::fill_n(out, std::max(before - whole, 0), '0');
+    if (before <= 0 && look.zero_before_point)
+        *out++ = '0';
+    if (whole < number.count || look.always_point)
         *out++ = '.';
-    for (int power = -1; power >= -behind; --power)
-        *out++ = number.at_power(power);
-    return out;
+    if (whole < number.count)
+        out = std::fill_n(out, std::max(-before, 0), '0');
+    return std::copy(digits + whole, digits + number.count, out);
 }
 
 char* put_scientific(char* out, const DecimalDigits& number, Look look) {
@@ -100,11 +101,10 @@ char* put_count(char* out, std::int64_t count) {
     return out;
 }
 
-std::string printed_run(float value, std::int64_t count, Look look) {
-    Buffer buffer;
-    char* end = put_value(put_count(buffer.data(), count), value, look);
-    *end++ = ' ';
-    return {buffer.data(), end};
+char* put_run(char* out, float value, std::int64_t count, Look look) {
+    out = put_value(put_count(out, count), value, look);
+    *out++ = ' ';
+    return out;
 }
 
 bool is_digit(char c) {
@@ -267,11 +267,18 @@ std::optional<std::int64_t> whole_integer(std::string_view text) {
 }
 
 std::string Format_Print(float value, std::int64_t count) {
-    return printed_run(value, count, {.always_point = true});
+    Buffer buffer;
+    return {buffer.data(), put_run(buffer.data(), value, count, {.always_point = true})};
+}
+
+void append_Format_Print(std::string& text, float value, std::int64_t count) {
+    Buffer buffer;
+    text.append(buffer.data(), put_run(buffer.data(), value, count, {.always_point = true}));
 }
 
 std::string Format_Print_zone(float value, std::int64_t count) {
-    return printed_run(value, count, {});
+    Buffer buffer;
+    return {buffer.data(), put_run(buffer.data(), value, count, {})};
 }
 
 std::string run_item(std::string_view text, std::int64_t count) {

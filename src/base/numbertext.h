@@ -49,6 +49,8 @@ std::optional<std::int64_t> whole_integer(std::string_view text);
 // One item of the compact notation: `count` times `value`, with one blank behind:
 // "12*0.25 ", "1.E-12 ", "0. ".
 std::string Format_Print(float value, std::int64_t count);
+// The same, put behind `text`.
+void append_Format_Print(std::string& text, float value, std::int64_t count);
 // The same for a zone number, which gets no point: "12*3 ".
 std::string Format_Print_zone(float value, std::int64_t count);
 // The item of a text that is complete as it stands.

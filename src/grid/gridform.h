@@ -45,7 +45,7 @@ private:
 // Width of one column and height of one row.
 class GridSize : public core::Form {
 public:
-    // Column and row from 1; outside the model's grid loading is a RangeFailure.
+    // Column and row from 1; outside the grid of the grid file loading is a FileFailure.
     GridSize(int column, int row) : column_(column), row_(row) {}
 
     std::span<const core::FieldInfo> fields() const override;

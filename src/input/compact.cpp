@@ -19,13 +19,41 @@ void Runs::add(float value, std::int64_t count) {
     count_ += count;
 }
 
+namespace {
+
+constexpr std::size_t block = 64;
+
+bool all_equal(std::span<const float, block> values, float first) {
+    int different = 0; // no way out of the loop, so that several cells are compared at once
+    for (const float value : values) {
+        different |= value != first ? 1 : 0;
+    }
+    return different == 0;
+}
+
+// Cells at the beginning that equal the first one. Long runs are taken in blocks.
+std::size_t run_length(std::span<const float> values) {
+    const float first = values.front();
+    std::size_t count = 1;
+    if (values.size() > count && values[count] == first) {
+        while (values.size() - count >= block &&
+               all_equal(values.subspan(count).first<block>(), first)) {
+            count += block;
+        }
+    }
+    while (count < values.size() && values[count] == first) {
+        ++count;
+    }
+    return count;
+}
+
+} // namespace
+
 void Runs::add(std::span<const float> values) {
-    auto at = values.begin();
-    while (at != values.end()) {
-        const auto end = std::find_if(at + 1, values.end(),
-                                      [first = *at](float value) { return value != first; });
-        add(*at, end - at);
-        at = end;
+    while (!values.empty()) {
+        const std::size_t count = run_length(values);
+        add(values.front(), static_cast<std::int64_t>(count));
+        values = values.subspan(count);
     }
 }
 

@@ -68,7 +68,11 @@ void KeywordStream::put(std::string_view ascii) {
 }
 
 void KeywordStream::put_run(float value, std::int64_t count) {
-    put(base::Format_Print(value, count));
+    base::append_Format_Print(buffer_, value, count);
+    line_open_ = true;
+    if (buffer_.size() >= flush_size) {
+        flush();
+    }
 }
 
 void KeywordStream::put_integer(std::int64_t value) {

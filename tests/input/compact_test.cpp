@@ -48,6 +48,20 @@ TEST(Runs, values_are_compared_and_not_their_texts) {
     EXPECT_EQ(items({0.0F, -0.0F}), "2*0. ");
 }
 
+TEST(Runs, the_length_of_a_run_is_exact_at_any_place) {
+    for (std::size_t length = 1; length < 300; ++length) {
+        std::vector<float> values(length + 3, 2.0F);
+        values.front() = 1;
+        values[length + 1] = 3;
+        std::vector<std::int64_t> lengths;
+        input::Runs runs([&](float, std::int64_t count) { lengths.push_back(count); });
+        runs.add(values);
+        runs.finish();
+        const auto expected = static_cast<std::int64_t>(length);
+        EXPECT_EQ(lengths, (std::vector<std::int64_t>{1, expected, 1, 1}));
+    }
+}
+
 TEST(Runs, an_empty_run_does_not_part_its_neighbours) {
     std::vector<std::pair<float, std::int64_t>> seen;
     input::Runs runs([&](float value, std::int64_t count) { seen.emplace_back(value, count); });
