@@ -61,6 +61,29 @@ TEST_F(ArrayStoreTest, a_new_file_has_period_1_with_the_default) {
     EXPECT_EQ(read(temperature, 2, 1, 6), LayerValues(cells, 6));
 }
 
+TEST_F(ArrayStoreTest, a_layer_reader_gives_what_read_array_gives) {
+    for (int layer = 1; layer <= NZ; ++layer) {
+        store.write_array(temperature, 1, layer, layer_of(static_cast<float>(10 * layer)));
+    }
+    LayerValues values(cells);
+    for (const int period : {1, 2}) {
+        const auto reader = store.layer_reader(temperature, period, -99);
+        for (int layer = 1; layer <= NZ; ++layer) {
+            reader.read(layer, values);
+            EXPECT_EQ(values, read(temperature, period, layer));
+        }
+        EXPECT_THROW(reader.read(NZ + 1, values), base::RangeFailure);
+        EXPECT_THROW(reader.read(1, std::span(values).first(1)), base::RangeFailure);
+    }
+}
+
+TEST_F(ArrayStoreTest, a_layer_reader_without_file_fails_or_gives_the_default) {
+    EXPECT_THROW(store.layer_reader(temperature, 1, 7), base::FileFailure);
+    LayerValues values(cells);
+    store.layer_reader_if(temperature, 1, 7).read(NZ, values);
+    EXPECT_EQ(values, LayerValues(cells, 7));
+}
+
 TEST_F(ArrayStoreTest, a_large_new_file_is_filled_to_its_end) {
     ArrayStore large(files, 700, 500, 2);
     large.create_array_file(temperature, 7);

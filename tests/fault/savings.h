@@ -21,8 +21,8 @@ inline void PrintTo(const Saving& saving, std::ostream* out) {
     *out << saving.command;
 }
 
-// 3 columns, 2 rows, 2 layers, flow only, complete for the simulator; porosity and permeability come
-// from property zones, a temperature array has a second period.
+// 3 columns, 2 rows, 2 layers, flow only, complete for the simulator; porosity and permeability
+// come from property zones, a temperature array has a second period.
 inline const std::string complete_model = R"(new @m.td1
 grid set @m.td1 --columns 3 --rows 2 --layers 2 --finish
 array write @m.td1 1403 --define

@@ -1,0 +1,118 @@
+#include "figures.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace bench {
+
+namespace {
+
+enum class Goal {
+    speed, // peer / measured, at least
+    cost,  // measured / peer, at most
+    known, // the speed is told, without a goal
+};
+
+struct Figure {
+    const char* text;
+    const char* measured;
+    const char* peer; // the benchmark that it is held against; nullptr: the number `limit`
+    double limit;
+    Goal goal;
+    double ratio;
+};
+
+constexpr double million = 1E6;
+constexpr double array_8M = 8 * million * 4; // bytes
+
+constexpr Figure figures[] = {
+    {"8M noisy permeabilities to .nml / to_chars", "nml permeability", "to_chars permeability", 0,
+     Goal::speed, 0.6},
+    {"8M noisy temperatures to .nml / to_chars", "nml temperature", "to_chars temperature", 0,
+     Goal::speed, 0.6},
+    {"8M equal cells to .nml / 1 GB/s", "nml constant", nullptr, array_8M / 1E9, Goal::speed, 1},
+    {"create-input, peak memory / (array + 64 MB)", "create-input memory", nullptr,
+     array_8M + 64 * million, Goal::cost, 1},
+    {"td check of 1M cells / reading its arrays", "check", "check arrays", 0, Goal::cost, 1.2},
+    {"read_array 100 x 100 / open, pread, close", "read_array 100", "open pread 100", 0,
+     Goal::known, 0},
+    {"read_array 100 x 100 / pread of an open file", "read_array 100", "pread 100", 0, Goal::known,
+     0},
+    {"LayerReader 100 x 100 / pread of an open file", "LayerReader 100", "pread 100", 0,
+     Goal::speed, 0.8},
+    {"read_array 400 x 400 / open, pread, close", "read_array 400", "open pread 400", 0,
+     Goal::speed, 0.8},
+    {"read_array 400 x 400 / pread of an open file", "read_array 400", "pread 400", 0, Goal::speed,
+     0.8},
+    {"read_array 1000 x 1000 / open, pread, close", "read_array 1000", "open pread 1000", 0,
+     Goal::speed, 0.8},
+    {"read_array 1000 x 1000 / pread of an open file", "read_array 1000", "pread 1000", 0,
+     Goal::speed, 0.8},
+    {"leading_number / from_chars", "leading_number", "from_chars", 0, Goal::speed, 0.5},
+    {"Format_Print / to_chars", "Format_Print", "to_chars", 0, Goal::speed, 0.5},
+    {"value_text / to_chars", "value_text", "to_chars", 0, Goal::speed, 0.5},
+    {"value_text of doubles / to_chars", "value_text of doubles", "to_chars of doubles", 0,
+     Goal::speed, 0.5},
+    {"td --version / 10 ms of CPU", "version", nullptr, 0.010, Goal::cost, 1},
+};
+
+bool was_measured(const Figure& figure, const Costs& costs) {
+    return costs.has(figure.measured) && (figure.peer == nullptr || costs.has(figure.peer));
+}
+
+double ratio_of(const Figure& figure, const Costs& costs) {
+    const double measured = costs.median(figure.measured);
+    const double peer = figure.peer == nullptr ? figure.limit : costs.median(figure.peer);
+    return figure.goal == Goal::cost ? measured / peer : peer / measured;
+}
+
+bool is_met(const Figure& figure, double ratio) {
+    return figure.goal == Goal::cost ? ratio <= figure.ratio : ratio >= figure.ratio;
+}
+
+std::string goal_text(const Figure& figure) {
+    return figure.goal == Goal::known
+               ? "-"
+               : fmt::format("{} {:.1f}", figure.goal == Goal::cost ? "<=" : ">=", figure.ratio);
+}
+
+} // namespace
+
+double Costs::median(const std::string& name) const {
+    std::vector<double> sorted = costs_.at(name);
+    std::ranges::sort(sorted);
+    return sorted[sorted.size() / 2];
+}
+
+void CostReporter::ReportRuns(const std::vector<Run>& runs) {
+    for (const Run& run : runs) {
+        if (run.run_type == Run::RT_Iteration && !run.error_occurred) {
+            const double cost = run.counters.contains("cost")
+                                    ? run.counters.at("cost").value
+                                    : run.cpu_accumulated_time / double(run.iterations);
+            costs_.add(run.run_name.function_name, cost);
+        }
+    }
+}
+
+bool print_figures(const Costs& costs) {
+    constexpr const char* line = "{:<48}{:>8}  {:<8}{}\n";
+    fmt::print(line, "figure", "ratio", "goal", "");
+    bool all_met = true;
+    for (const Figure& figure : figures) {
+        if (!was_measured(figure, costs)) {
+            continue;
+        }
+        const double ratio = ratio_of(figure, costs);
+        const bool met = is_met(figure, ratio);
+        all_met = all_met && met;
+        fmt::print(line, figure.text, fmt::format("{:.2f}", ratio), goal_text(figure),
+                   figure.goal == Goal::known ? ""
+                   : met                      ? "pass"
+                                              : "short");
+    }
+    return all_met;
+}
+
+} // namespace bench

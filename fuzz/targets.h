@@ -1,0 +1,53 @@
+// Fuzz targets: each gives arbitrary bytes to one reader of the program, and what was read to its
+// writer.
+//
+// base::FileFailure, base::RangeFailure and td::UsageError are the expected answers to bad input.
+// Whatever else leaves a target is a finding, and so are a crash, more than a second and more than
+// 300 MB.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+namespace fuzz {
+
+struct Target {
+    const char* name; // also that of the folder with its corpus
+    void (*run)(std::string_view input);
+};
+std::span<const Target> targets();
+
+// Runs one target on one input, past the expected failures. A Finding (checks.h) or any other
+// exception is a fault of the program.
+void run(std::string_view target, std::string_view input);
+
+// Project file and other INI files.
+void project(std::string_view bytes);
+void inifile(std::string_view bytes);
+void notes(std::string_view bytes);
+void settings(std::string_view bytes);
+
+// Binary files. The input of the first two says how the file differs from a good one.
+void arrayfile(std::string_view differences);
+void zonefile(std::string_view differences);
+void points(std::string_view bytes);
+void reinjection(std::string_view bytes);
+
+// Text files.
+void gridfile(std::string_view bytes);
+void layerfile(std::string_view bytes);
+void exchange(std::string_view bytes);
+void typfile(std::string_view bytes);
+void periods(std::string_view bytes);
+void timeparameters(std::string_view bytes);
+void rockfile(std::string_view bytes);
+void tracer(std::string_view bytes);
+void dispersion(std::string_view bytes);
+
+// Words of a command line of `td`, each closed by a zero byte. Every word is a name inside a folder
+// made for the input.
+void arguments(std::string_view words);
+
+void numbers(std::string_view text);
+
+} // namespace fuzz
