@@ -19,6 +19,7 @@ namespace fs = std::filesystem;
 using Words = std::vector<std::string>;
 
 constexpr std::size_t most_words = 24;
+constexpr char command_end = '\x1E';
 
 // What makes the model, a command a line.
 constexpr const char* model_commands =
@@ -112,11 +113,8 @@ void keep_program_folder_inside(Words& words) {
     });
 }
 
-} // namespace
-
-void arguments(std::string_view input) {
+void run_on_fresh_model(Words words) {
     static const ScratchFolder::Files model = made_model();
-    Words words = split(input, '\0');
     if (!stays_inside(words)) {
         return;
     }
@@ -130,6 +128,14 @@ void arguments(std::string_view input) {
     require(status >= td::done && status <= td::run_time_failure, "no exit status of td");
     require(!fs::exists(".m.tervex"), "the hidden folder is left behind");
     require(status == td::done || folder.files() == model, "a failed command changed a file");
+}
+
+} // namespace
+
+void arguments(std::string_view input) {
+    for (const std::string& line : split(input, command_end)) {
+        run_on_fresh_model(split(line, '\0'));
+    }
 }
 
 } // namespace fuzz

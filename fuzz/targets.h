@@ -44,8 +44,8 @@ void rockfile(std::string_view bytes);
 void tracer(std::string_view bytes);
 void dispersion(std::string_view bytes);
 
-// Words of a command line of `td`, each closed by a zero byte. Every word is a name inside a folder
-// made for the input.
+// Command lines of `td`: words closed by a zero byte, lines by 1E (hexadecimal). Each runs on a
+// small model in a folder of its own, out of which no word may lead.
 void arguments(std::string_view words);
 
 void numbers(std::string_view text);

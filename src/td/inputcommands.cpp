@@ -65,10 +65,6 @@ int create_input(Context& context) {
         if (const auto refusal = input::chemistry_refusal(workspace.project.flags)) {
             return context.refuse(*refusal);
         }
-        // What this edition cannot write at all comes before what the model lacks.
-        if (const auto refusal = input::chemistry_refusal(workspace.project.flags)) {
-            return context.refuse(*refusal);
-        }
         if (const auto gap = input::Control(workspace.project, workspace.files)) {
             return context.refuse(gap->message);
         }
