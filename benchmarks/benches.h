@@ -15,6 +15,8 @@ void add_layer_reading(const std::filesystem::path& folder);
 // The check of a model with a million cells.
 void add_check(CubeModel& model);
 void add_numbers();
+// Reading result files: a block of 4 million values and a stream of 1 GB, both made in `folder`.
+void add_streams(const std::filesystem::path& folder);
 void add_version();
 
 } // namespace bench

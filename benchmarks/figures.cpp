@@ -25,6 +25,8 @@ struct Figure {
 
 constexpr double million = 1E6;
 constexpr double array_8M = 8 * million * 4; // bytes
+constexpr double field_4M = 4 * million * 4;
+constexpr double stream_1G = 1000 * million;
 
 constexpr Figure figures[] = {
     {"8M noisy permeabilities to .nml / to_chars", "nml permeability", "to_chars permeability", 0,
@@ -54,6 +56,15 @@ constexpr Figure figures[] = {
     {"value_text / to_chars", "value_text", "to_chars", 0, Goal::speed, 0.5},
     {"value_text of doubles / to_chars", "value_text of doubles", "to_chars of doubles", 0,
      Goal::speed, 0.5},
+    {"block of 4M values / from_chars in memory", "stream block", "stream from_chars", 0,
+     Goal::speed, 0.7},
+    {"block of 4M values / ifstream >>", "stream block", "stream ifstream", 0, Goal::speed, 5},
+    {"key lines of a 1 GB stream / memchr", "stream key lines", "stream memchr", 0, Goal::speed,
+     0.5},
+    {"3 later searches, bytes read / 1 % of the file", "stream found again", nullptr,
+     stream_1G / 100, Goal::cost, 1},
+    {"field of 1 GB stream, peak mem. / (4/cell+64 MB)", "stream field memory", nullptr,
+     field_4M + 64 * million, Goal::cost, 1},
     {"td --version / 10 ms of CPU", "version", nullptr, 0.010, Goal::cost, 1},
 };
 

@@ -38,6 +38,7 @@ bool run(int argc, char** argv) {
     bench::add_layer_reading(folder.path());
     bench::add_check(small);
     bench::add_numbers();
+    bench::add_streams(folder.path());
     bench::add_version();
     bench::Costs costs;
     bench::CostReporter reporter(costs);

@@ -27,7 +27,7 @@ void write_block(benchmark::State& state, const fs::path& file, Block block) {
     for ([[maybe_unused]] auto _ : state) {
         input::Creation creation(model.project, model.files, user);
         block(creation);
-        creation.stream.close();
+        creation.stream.finish();
     }
 }
 

@@ -1,4 +1,7 @@
 # The Debian package that ./package makes.
+include(GNUInstallDirs)
+install(FILES ${CMAKE_SOURCE_DIR}/LICENSE RENAME copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
+
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME tervexdesk)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})

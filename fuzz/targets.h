@@ -44,6 +44,17 @@ void rockfile(std::string_view bytes);
 void tracer(std::string_view bytes);
 void dispersion(std::string_view bytes);
 
+// View settings of a result file.
+void viewersettings(std::string_view bytes);
+
+// Series at monitoring points, depth logs and mass balances.
+void series(std::string_view bytes);
+void depthlog(std::string_view bytes);
+void balance(std::string_view bytes);
+
+// Files of the simulator.
+void stream(std::string_view bytes);
+
 // Command lines of `td`: words closed by a zero byte, lines by 1E (hexadecimal). Each runs on a
 // small model in a folder of its own, out of which no word may lead.
 void arguments(std::string_view words);

@@ -10,6 +10,9 @@
 #include "sim/rockfile.h"
 #include "sim/typfile.h"
 
+#include <functional>
+#include <utility>
+
 namespace app {
 
 namespace fs = std::filesystem;
@@ -37,17 +40,33 @@ void renew_points(core::ModelFiles& files) {
     }
 }
 
-Loaded read_model(const fs::path& path, base::Interaction& user) {
+Loaded read_model(const std::function<Loaded()>& load, const fs::path& shown,
+                  base::Interaction& user) {
     const Busy hourglass(user);
-    Loaded loaded = load_model(path, core::Access::write);
+    Loaded loaded = load();
     if (!loaded.workspace) {
         return loaded;
     }
-    if (auto refusal = companions_refusal(*loaded.workspace, path)) {
+    if (auto refusal = companions_refusal(*loaded.workspace, shown)) {
         return {std::nullopt, std::move(refusal)};
     }
     create_tool_files(loaded.workspace->files);
     renew_points(loaded.workspace->files);
+    return loaded;
+}
+
+Loaded open_loaded(const std::function<Loaded()>& load, const fs::path& shown,
+                   base::Interaction& user, const fs::path& user_folder) {
+    Loaded loaded = read_model(load, shown, user);
+    if (!loaded.workspace) {
+        return loaded;
+    }
+    Workspace& workspace = *loaded.workspace;
+    if (!offer_conversion(workspace, user)) {
+        return {};
+    }
+    workspace.save();
+    remember_model(workspace.Model_Path(), user_folder);
     return loaded;
 }
 
@@ -72,17 +91,14 @@ Loaded open_model(const fs::path& path, base::Interaction& user, const fs::path&
     if (name.empty()) {
         return {};
     }
-    Loaded loaded = read_model(name, user);
-    if (!loaded.workspace) {
-        return loaded;
-    }
-    Workspace& workspace = *loaded.workspace;
-    if (!offer_conversion(workspace, user)) {
-        return {};
-    }
-    workspace.save();
-    remember_model(workspace.Model_Path(), user_folder);
-    return loaded;
+    const auto load = [name] { return load_model(name, core::Access::write); };
+    return open_loaded(load, name, user, user_folder);
+}
+
+Loaded open_files(core::ModelFiles files, const fs::path& shown, base::Interaction& user,
+                  const fs::path& user_folder) {
+    const auto load = [&] { return load_files(std::move(files), shown); };
+    return open_loaded(load, shown, user, user_folder);
 }
 
 } // namespace app

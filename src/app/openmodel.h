@@ -18,6 +18,11 @@ namespace app {
 Loaded open_model(const std::filesystem::path& path, base::Interaction& user,
                   const std::filesystem::path& user_folder = {});
 
+// The same with files at hand: what is still aside becomes the content of the folder together with
+// what the opening writes, or not at all. `shown` names the model in a refusal.
+Loaded open_files(core::ModelFiles files, const std::filesystem::path& shown,
+                  base::Interaction& user, const std::filesystem::path& user_folder = {});
+
 // Reads the companions as the opening does. Refused when the layer file is missing or has no data
 // for the grid; FileFailure when a companion is damaged. `shown` names the model in the refusal.
 std::optional<base::Refusal> companions_refusal(const Workspace& workspace,

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <map>
+#include <utility>
 
 namespace app {
 
@@ -104,7 +105,6 @@ std::vector<std::string> copy_files(const core::ModelFiles& source, core::ModelF
         names.push_back(name);
     }
     remove_other_spellings(target, copies);
-    target.commit();
     return names;
 }
 
@@ -132,18 +132,14 @@ SavedAs save_model_as(const Workspace& source, const fs::path& target, base::Int
     if (auto refusal = companions_refusal(source, source.Model_Path())) {
         return {{std::nullopt, std::move(refusal)}, {}};
     }
-    SavedAs result;
-    {
-        core::ModelFiles files(target, core::Access::write);
-        if (base::find_ignoring_case(files.folder(), base::file_name(files.project())) &&
-            user.ask("Save As", "The Filename already exist. Do you want to overwrite the file?",
-                     base::Buttons::yes_no) != base::Answer::yes) {
-            return {};
-        }
-        result.copied = copy_files(source.files, files);
+    core::ModelFiles files(target, core::Access::write);
+    if (base::find_ignoring_case(files.folder(), base::file_name(files.project())) &&
+        user.ask("Save As", "The Filename already exist. Do you want to overwrite the file?",
+                 base::Buttons::yes_no) != base::Answer::yes) {
+        return {};
     }
-    result.opened = open_model(target, user, user_folder);
-    return result;
+    std::vector<std::string> copied = copy_files(source.files, files);
+    return {open_files(std::move(files), target, user, user_folder), std::move(copied)};
 }
 
 } // namespace app

@@ -17,9 +17,9 @@ struct SavedAs {
 
 // Copies every file of the model but results and plot files, and the data files of the chemical
 // models that lie beside it, to the name and the (existing) folder of `target`; an existing project
-// of that name asks first. Then the new model is opened as open_model() does. Neither workspace nor
-// refusal in `opened`: the answer was not Yes. A model that could not be opened is not copied. All
-// or nothing.
+// of that name asks first. The new model is opened as open_model() does, in the same unit of work:
+// a model that cannot be opened is not copied, all or nothing. Neither workspace nor refusal in
+// `opened`: the answer was not Yes.
 SavedAs save_model_as(const Workspace& source, const std::filesystem::path& target,
                       base::Interaction& user, const std::filesystem::path& user_folder = {});
 

@@ -48,11 +48,15 @@ Loaded load_model(const std::filesystem::path& path, core::Access access) {
     if (!std::filesystem::is_regular_file(path, ignored)) {
         throw base::FileFailure("the model does not exist", path);
     }
-    Workspace workspace{core::ModelFiles(path, access), {}};
+    return load_files(core::ModelFiles(path, access), path);
+}
+
+Loaded load_files(core::ModelFiles files, const std::filesystem::path& shown) {
+    Workspace workspace{std::move(files), {}};
     workspace.project = core::Project::read(workspace.files.read_project());
     if (workspace.project.version() < oldest_version) {
         return {std::nullopt,
-                base::Refusal{base::desk_title, path.string() + " is not a model file of BD 5.",
+                base::Refusal{base::desk_title, shown.string() + " is not a model file of BD 5.",
                               base::Icon::critical}};
     }
     if (workspace.project.flags.is_defined(1, 2)) {

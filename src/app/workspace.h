@@ -40,6 +40,10 @@ struct Loaded {
 // does not exist or cannot be read.
 Loaded load_model(const std::filesystem::path& path, core::Access access);
 
+// The same with files at hand, some of which may still be aside. `shown` names the model in the
+// refusal.
+Loaded load_files(core::ModelFiles files, const std::filesystem::path& shown);
+
 // The hint of array commands when the model has no grid file yet.
 std::optional<base::Refusal> mesh_refusal(const Workspace& workspace);
 

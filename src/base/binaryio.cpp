@@ -17,7 +17,7 @@ namespace {
 template <typename Unsigned>
 void append_bytes(std::string& data, Unsigned bits) {
     for (std::size_t i = 0; i < sizeof bits; ++i)
-        data += static_cast<char>((bits >> (8 * i)) & 0xFFU);
+        data += static_cast<char>(bits >> (8 * i)); // the lowest eight bits
 }
 
 template <typename Unsigned>

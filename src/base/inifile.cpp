@@ -3,6 +3,7 @@
 #include "base/textfile.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace base {
@@ -51,19 +52,25 @@ std::string key_line(std::string_view key, std::string_view value) {
 
 } // namespace
 
-IniFile::Line::Line(std::string line) : text(std::move(line)), key(lower(key_of(text))) {}
-
 std::size_t IniFile::Section::find(std::string_view key) const {
-    const std::string folded = lower(trimmed(key));
-    const auto found = folded.empty() ? lines.end() : std::ranges::find(lines, folded, &Line::key);
-    return static_cast<std::size_t>(found - lines.begin());
+    const auto found = keys.find(lower(trimmed(key)));
+    return found == keys.end() ? lines.size() : found->second;
+}
+
+void IniFile::Section::append(std::string line) {
+    if (trimmed(line).empty()) {
+        empty_lines.push_back(std::move(line));
+        return;
+    }
+    std::ranges::move(empty_lines, std::back_inserter(lines));
+    empty_lines.clear();
+    add(std::move(line));
 }
 
 void IniFile::Section::add(std::string line) {
-    auto end = lines.end();
-    while (end != lines.begin() && trimmed((end - 1)->text).empty())
-        --end;
-    lines.insert(end, Line(std::move(line)));
+    if (const std::string_view key = key_of(line); !key.empty())
+        keys.try_emplace(lower(key), lines.size());
+    lines.push_back(std::move(line));
 }
 
 IniFile::IniFile(std::string_view bytes) : utf8_mark_(bytes.starts_with(utf8_mark)) {
@@ -75,27 +82,25 @@ IniFile::IniFile(std::string_view bytes) : utf8_mark_(bytes.starts_with(utf8_mar
 
 void IniFile::add_line(std::string line) {
     if (is_head(line)) {
-        const std::string name = lower(head_name(line));
-        sections_.push_back({std::move(line), name, {}});
+        names_.try_emplace(lower(head_name(line)), sections_.size());
+        sections_.emplace_back().head = std::move(line);
     } else {
-        sections_.back().lines.emplace_back(std::move(line));
+        sections_.back().append(std::move(line));
     }
 }
 
 std::size_t IniFile::find(std::string_view section) const {
-    const auto found = std::find_if(
-        sections_.begin() + 1, sections_.end(),
-        [name = lower(trimmed(section))](const Section& other) { return other.name == name; });
-    return found == sections_.end() ? 0 : static_cast<std::size_t>(found - sections_.begin());
+    const auto found = names_.find(lower(trimmed(section)));
+    return found == names_.end() ? 0 : found->second;
 }
 
 std::optional<std::string> IniFile::get(std::string_view section, std::string_view key) const {
     const std::size_t place = find(section);
-    const std::vector<Line>& lines = sections_[place].lines;
+    const std::vector<std::string>& lines = sections_[place].lines;
     const std::size_t at = place == 0 ? lines.size() : sections_[place].find(key);
     if (at == lines.size())
         return std::nullopt;
-    const std::string_view line = lines[at].text;
+    const std::string_view line = lines[at];
     return std::string(without_quotes(trimmed(line.substr(line.find('=') + 1))));
 }
 
@@ -110,7 +115,7 @@ void IniFile::set(std::string_view section, std::string_view key, std::string_vi
         sections_[place].add(key_line(key, value));
         return;
     }
-    std::string& line = sections_[place].lines[at].text;
+    std::string& line = sections_[place].lines[at];
     const std::size_t behind_sign = line.find('=') + 1;
     const bool has_own_blanks = !value.empty() && blanks.find(value.front()) != npos;
     const std::size_t old =
@@ -122,9 +127,9 @@ void IniFile::set(std::string_view section, std::string_view key, std::string_vi
 std::vector<std::string> IniFile::keys(std::string_view section) const {
     std::vector<std::string> keys;
     if (const std::size_t place = find(section); place != 0)
-        for (const Line& line : sections_[place].lines)
-            if (!line.key.empty())
-                keys.emplace_back(key_of(line.text));
+        for (const std::string& line : sections_[place].lines)
+            if (const std::string_view key = key_of(line); !key.empty())
+                keys.emplace_back(key);
     return keys;
 }
 
@@ -136,8 +141,8 @@ std::string IniFile::bytes() const {
     for (const Section& section : sections_) {
         if (&section != &sections_.front())
             append(section.head);
-        for (const Line& line : section.lines)
-            append(line.text);
+        std::ranges::for_each(section.lines, append);
+        std::ranges::for_each(section.empty_lines, append);
     }
     return bytes;
 }

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace base {
@@ -31,20 +32,20 @@ public:
     std::string bytes() const;
 
 private:
-    struct Line {
-        explicit Line(std::string line);
+    // The first place of each folded name.
+    using Places = std::unordered_map<std::string, std::size_t>;
 
-        std::string text;
-        std::string key; // folded; empty for comments and lines without "="
-    };
     // A head line and the lines up to the next one.
     struct Section {
         // Index of the key's first line; that behind the last line when there is none.
         std::size_t find(std::string_view key) const;
+        // Behind all lines, or before the empty ones at the end.
+        void append(std::string line);
         void add(std::string line);
 
-        std::string head, name; // as it stands in the file, and folded
-        std::vector<Line> lines;
+        std::string head;                            // as it stands in the file
+        std::vector<std::string> lines, empty_lines; // without those at the end, and those
+        Places keys;                                 // of lines with a "=" that are no comments
     };
 
     // Index of the first section of that name; 0 when there is none.
@@ -52,6 +53,7 @@ private:
     void add_line(std::string line);
 
     std::vector<Section> sections_ = {{}}; // the first one has no head
+    Places names_;                         // of the others
     bool utf8_mark_ = false;
 };
 

@@ -67,11 +67,18 @@ char ansi_byte(char32_t c) {
     return found == ansi_block.end() ? '?' : static_cast<char>(0x80 + (found - ansi_block.begin()));
 }
 
+void pass_character(std::string_view utf8, std::size_t& at) {
+    if (is_ascii(utf8[at]))
+        ++at;
+    else
+        next_character(utf8, at);
+}
+
 // Byte index behind the first `count` characters.
 std::size_t index_behind(std::string_view utf8, std::size_t count) {
     std::size_t at = 0;
     for (; at < utf8.size() && count > 0; --count)
-        next_character(utf8, at);
+        pass_character(utf8, at);
     return at;
 }
 
@@ -98,9 +105,12 @@ char upper_letter(char before, char c) {
 }
 
 std::string folded(std::string_view text, char (*fold)(char, char)) {
-    std::string result(text);
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        result[i] = fold(i == 0 ? '\0' : text[i - 1], text[i]);
+    std::string result;
+    result.reserve(text.size());
+    char before = '\0';
+    for (const char c : text) {
+        result += fold(before, c);
+        before = c;
     }
     return result;
 }
@@ -180,7 +190,7 @@ std::string to_ansi(std::string_view utf8) {
 std::size_t character_count(std::string_view utf8) {
     std::size_t count = 0;
     for (std::size_t at = 0; at < utf8.size(); ++count)
-        next_character(utf8, at);
+        pass_character(utf8, at);
     return count;
 }
 

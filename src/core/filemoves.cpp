@@ -25,7 +25,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::size_t block_size = std::size_t{1} << 20;
+constexpr std::size_t block_size = std::size_t{1} << 16;
 constexpr int lock_attempts = 3000; // of 20 ms
 constexpr mode_t new_file_mode = 0666;
 constexpr mode_t mode_bits = 07777;
@@ -415,7 +415,8 @@ void copy_bytes(const fs::path& from, const fs::path& to, const fs::path& shown)
     }
 }
 
-void move_all(const fs::path& hidden, std::vector<FileMove> moves) {
+void move_all(const fs::path& hidden, std::vector<FileMove> moves,
+              const std::function<void()>& last) {
     if (has_list(hidden)) {
         settle_list(hidden); // of an earlier set of this command
     }
@@ -429,6 +430,7 @@ void move_all(const fs::path& hidden, std::vector<FileMove> moves) {
         for (const FileMove& move : moves) {
             finish(move);
         }
+        last();
     } catch (...) {
         take_all_back(hidden, moves);
         clear(hidden);

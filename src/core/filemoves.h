@@ -6,6 +6,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -44,10 +45,12 @@ struct FileMove {
     std::filesystem::path old;    // link to the old content; empty when there was none
 };
 
-// Flushes the files aside, writes the journal and moves them. After a FileFailure every target is
-// as before; where the disk does not even let the moves be taken back, the list of them stays for
-// the next command. Either way nothing is left to the caller.
-void move_all(const std::filesystem::path& hidden, std::vector<FileMove> moves);
+// Flushes the files aside, writes the journal, moves them and runs `last`. After a FileFailure,
+// also one of `last`, every target is as before; where the disk does not even let the moves be
+// taken back, the list of them stays for the next command. Either way nothing is left to the
+// caller.
+void move_all(const std::filesystem::path& hidden, std::vector<FileMove> moves,
+              const std::function<void()>& last);
 
 // Makes the hidden folder and takes its advisory lock, waiting for another program's command. The
 // descriptor holds the lock. FileFailure when the folder cannot be written or stays locked.

@@ -111,6 +111,11 @@ fs::path ModelFiles::companion(std::string_view extension) const {
     if (changes_.contains(exact) || base::is_file(exact)) {
         return exact;
     }
+    for (const auto& [file, change] : changes_) {
+        if (!change.aside.empty() && base::same_ignoring_case(file.string(), exact.string())) {
+            return file;
+        }
+    }
     return base::find_ignoring_case(folder(), exact.filename().string()).value_or(exact);
 }
 
@@ -235,9 +240,9 @@ void ModelFiles::rollback() {
     changes_.clear();
 }
 
-void ModelFiles::commit() {
+void ModelFiles::commit(const std::function<void()>& outside) {
     if (changes_.empty()) {
-        return;
+        return outside();
     }
     require_write_access();
     std::vector<FileMove> moves;
@@ -245,7 +250,7 @@ void ModelFiles::commit() {
         moves.push_back({change.aside, file, {}});
     }
     changes_.clear(); // from here on the files aside are move_all's
-    move_all(hidden_, std::move(moves));
+    move_all(hidden_, std::move(moves), outside);
 }
 
 } // namespace core

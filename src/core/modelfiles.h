@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -71,8 +72,10 @@ public:
     std::filesystem::path open_file_aside(const std::filesystem::path& file, bool fresh);
 
     // Makes everything written and removed so far the content of the folder, all or nothing. After
-    // a FileFailure the folder is as before.
-    void commit();
+    // a FileFailure the folder is as before. `outside` writes what belongs to the set but lies in
+    // another folder: it runs when everything else is in its place, and its failure counts as one
+    // of the set.
+    void commit(const std::function<void()>& outside = [] {});
     // Forgets everything written and removed since the last commit.
     void rollback();
     bool changed() const { return !changes_.empty(); }

@@ -1,7 +1,6 @@
 #include "core/notes.h"
 
 #include "base/failure.h"
-#include "base/inifile.h"
 #include "base/textfile.h"
 #include "core/modelfiles.h"
 
@@ -33,21 +32,35 @@ bool can_be_key(std::string_view name) {
 
 } // namespace
 
+Notes::Notes(const ModelFiles& files)
+    : name_(files.name_of(extension)), file_(files.read_if(extension).value_or("")) {}
+
+std::string Notes::get(std::string_view section, std::string_view key) const {
+    return base::first_characters(file_.get(section, key).value_or(""), limit);
+}
+
+void Notes::set(std::string_view section, std::string_view key, std::string_view value) {
+    if (!can_be_section(section) || !can_be_key(key)) {
+        throw base::FileFailure(
+            fmt::format("a note cannot have the section \"{}\" and the key \"{}\"", section, key),
+            name_);
+    }
+    file_.set(section, key, value);
+}
+
+void Notes::save(ModelFiles& files) const {
+    files.write(extension, file_.bytes());
+}
+
 std::string Get_IZV_Data(const ModelFiles& files, std::string_view section, std::string_view key) {
-    const base::IniFile notes(files.read_if(extension).value_or(""));
-    return base::first_characters(notes.get(section, key).value_or(""), limit);
+    return Notes(files).get(section, key);
 }
 
 void Save_IZV_Data(ModelFiles& files, std::string_view section, std::string_view key,
                    std::string_view value) {
-    if (!can_be_section(section) || !can_be_key(key)) {
-        throw base::FileFailure(
-            fmt::format("a note cannot have the section \"{}\" and the key \"{}\"", section, key),
-            files.name_of(extension));
-    }
-    base::IniFile notes(files.read_if(extension).value_or(""));
+    Notes notes(files);
     notes.set(section, key, value);
-    files.write(extension, notes.bytes());
+    notes.save(files);
 }
 
 } // namespace core

@@ -13,7 +13,6 @@
 #include "input/recharge.h"
 #include "input/settingblocks.h"
 #include "input/wellblocks.h"
-#include "report/attempt.h"
 #include "sim/rockfile.h"
 #include "sim/typfile.h"
 
@@ -278,7 +277,7 @@ CreatedInput CreateTervexNml(core::Project& project, core::ModelFiles& files,
         }
         write_row(creation, row);
     }
-    creation.stream.close();
+    creation.stream.finish();
     return creation.result();
 }
 
@@ -300,19 +299,6 @@ void CreateTervexCtl(const core::ModelFiles& files, const std::filesystem::path&
                                                }));
 }
 
-namespace {
-
-void tell(base::Interaction& user, const CreatedInput& created) {
-    if (created.InputError) {
-        user.message(base::Icon::warning, create_title,
-                     "Error occured -> TERVEX Inputfile not complete.");
-    } else {
-        user.message(base::Icon::information, create_title, "     Inputfile successfully created.");
-    }
-}
-
-} // namespace
-
 CreateResult CreateTervexInput(core::Project& project, core::ModelFiles& files,
                                const std::filesystem::path& install, base::Interaction& user) {
     auto refusal = decimal_refusal();
@@ -323,16 +309,14 @@ CreateResult CreateTervexInput(core::Project& project, core::ModelFiles& files,
         return {std::move(refusal), {}};
     }
     user.status("Creating Input Files, please wait ...");
-    CreatedInput created = CreateTervexNml(project, files, user);
-    const auto outcome =
-        report::attempt(user, "CreateTervexCtl()", [&] { CreateTervexCtl(files, install); });
-    if (outcome != report::Outcome::done) {
-        created = {.InputError = true, .failed = true};
-    }
+    const CreatedInput created = CreateTervexNml(project, files, user);
     project.flags.set(0, 1, created.InputError ? 1 : 0);
     project.Write_Project_File(files);
-    files.commit();
-    tell(user, created);
+    files.commit([&] { CreateTervexCtl(files, install); });
+    if (created.InputError) {
+        user.message(base::Icon::warning, create_title,
+                     "Error occured -> TERVEX Inputfile not complete.");
+    }
     return {std::nullopt, created};
 }
 

@@ -19,6 +19,9 @@ namespace input {
 
 // Title of the boxes of the creation.
 inline constexpr const char* create_title = "Create TERVEX Input File";
+// The question behind a creation without fault; Yes is mnuTervexRun.
+inline constexpr const char* run_question =
+    "     Inputfile successfully created.\n\n     You want to run TERVEX?";
 
 // Refuses a model with chemistry switched on, which this edition does not write.
 std::optional<base::Refusal> chemistry_refusal(const core::ModelFlags& flags);
@@ -43,8 +46,9 @@ CreatedInput CreateTervexNml(core::Project& project, core::ModelFiles& files,
 void CreateTervexCtl(const core::ModelFiles& files, const std::filesystem::path& install);
 
 // The whole command behind "Create TERVEX Input File" but its guard and the check: refusals,
-// stream, control file, the edited mark (0,1), the project file and the commit. Its last message
-// tells that the file is complete or not. A refusal has changed nothing.
+// stream, the edited mark (0,1), the project file, the control file and the commit. A message tells
+// that the file is not complete; that it is comes with the run_question, which is the caller's. A
+// refusal has changed nothing, nor has a FileFailure because one of the files cannot be written.
 struct CreateResult {
     std::optional<base::Refusal> refusal;
     CreatedInput created;

@@ -1,12 +1,15 @@
 #include "input/keywordstream.h"
 
-#include "base/failure.h"
 #include "base/numbertext.h"
 #include "base/textfile.h"
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <utility>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace input {
 
@@ -18,10 +21,7 @@ constexpr std::size_t key_number_blanks = 12; // less the digits of the number
 } // namespace
 
 KeywordStream::KeywordStream(const std::filesystem::path& file, std::filesystem::path shown)
-    : file_(file), shown_(std::move(shown)), out_(file, std::ios::binary | std::ios::trunc) {
-    if (!out_) {
-        throw base::FileFailure("cannot be written", shown_);
-    }
+    : out_(file, O_WRONLY | O_CREAT | O_TRUNC, std::move(shown)) {
     buffer_.reserve(flush_size + flush_size / 4);
 }
 
@@ -90,7 +90,7 @@ void KeywordStream::close_line() {
 }
 
 void KeywordStream::flush() {
-    failed_ = failed_ || !out_.write(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
+    unless_failed([this] { out_.write(buffer_); });
     flushed_ += buffer_.size();
     buffer_.clear();
 }
@@ -103,22 +103,31 @@ void KeywordStream::cut_back(std::uint64_t position) {
     }
     buffer_.clear();
     flushed_ = position;
-    std::error_code error;
-    out_.flush();
-    std::filesystem::resize_file(file_, position, error);
-    failed_ = failed_ || error || !out_.seekp(static_cast<std::streamoff>(position));
+    unless_failed([this, end = static_cast<off_t>(position)] {
+        if (::ftruncate(out_.get(), end) != 0 || ::lseek(out_.get(), end, SEEK_SET) < 0) {
+            core::throw_errno("written", out_.shown());
+        }
+    });
 }
 
-void KeywordStream::require_written() const {
-    if (failed_) {
-        throw base::FileFailure("cannot be written", shown_);
+void KeywordStream::unless_failed(const std::function<void()>& step) {
+    try {
+        if (!failure_) {
+            step();
+        }
+    } catch (const base::FileFailure& failure) {
+        failure_ = failure;
     }
 }
 
-void KeywordStream::close() {
+void KeywordStream::require_written() const {
+    if (failure_) {
+        throw base::FileFailure(*failure_);
+    }
+}
+
+void KeywordStream::finish() {
     flush();
-    out_.close();
-    failed_ = failed_ || !out_;
     require_written();
 }
 

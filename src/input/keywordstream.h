@@ -5,9 +5,13 @@
 // end in CR LF and may be of any length: an array stands on one line.
 #pragma once
 
+#include "base/failure.h"
+#include "core/filemoves.h"
+
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
+#include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -16,7 +20,7 @@ namespace input {
 class KeywordStream {
 public:
     // Begins `file` anew; failures name it `shown`. FileFailure when it cannot be opened.
-    explicit KeywordStream(const std::filesystem::path& file, std::filesystem::path shown);
+    KeywordStream(const std::filesystem::path& file, std::filesystem::path shown);
 
     void key(std::string_view keyword);
     // The key line of one block of a family such as CONC: 11 blanks before a number of one digit,
@@ -48,19 +52,19 @@ public:
     void cut_back(std::uint64_t position);
 
     // A disk that is full shows only now and then, so that a block is never cut off by it: writing
-    // goes on silently and these throw FileFailure.
+    // goes on silently and these throw the first FileFailure.
     void require_written() const;
-    void close();
+    void finish();
 
 private:
     void flush();
+    void unless_failed(const std::function<void()>& step);
 
-    std::filesystem::path file_, shown_;
-    std::ofstream out_;
+    core::Descriptor out_;
     std::string buffer_;
     std::uint64_t flushed_ = 0;
     bool line_open_ = false;
-    bool failed_ = false;
+    std::optional<base::FileFailure> failure_;
 };
 
 } // namespace input

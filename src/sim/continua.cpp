@@ -66,26 +66,27 @@ std::string shown(double value) {
 } // namespace
 
 Boxmodel Boxmodel::load(const core::ModelFiles& files) {
+    const core::Notes notes(files);
     Boxmodel box;
-    box.active = core::Get_IZV_Data(files, section, "active");
-    box.P_Zones = core::Get_IZV_Data(files, section, "P_Zones");
-    if (box.P_Zones.empty())
-        box.P_Zones = no_zones;
+    box.active = notes.get(section, "active");
+    const std::string zones = notes.get(section, "P_Zones");
+    box.P_Zones = zones.empty() ? no_zones : zones;
     for (const Property& property : properties)
         for (std::size_t i = 0; i < systems; ++i)
-            (box.*property.texts)[i] = core::Get_IZV_Data(files, section, name_of(property.key, i));
+            (box.*property.texts)[i] = notes.get(section, name_of(property.key, i));
     return box;
 }
 
 void Boxmodel::save(core::ModelFiles& files) const {
     Boxmodel stored = *this;
     std::ranges::transform(aperture, stored.aperture.begin(), aperture_text);
-    core::Save_IZV_Data(files, section, "active", active);
-    core::Save_IZV_Data(files, section, "P_Zones", P_Zones.empty() ? no_zones : P_Zones);
+    core::Notes notes(files);
+    notes.set(section, "active", active);
+    notes.set(section, "P_Zones", P_Zones.empty() ? no_zones : P_Zones);
     for (const Property& property : properties)
         for (std::size_t i = 0; i < systems; ++i)
-            core::Save_IZV_Data(files, section, name_of(property.key, i),
-                                (stored.*property.texts)[i]);
+            notes.set(section, name_of(property.key, i), (stored.*property.texts)[i]);
+    notes.save(files);
 }
 
 std::vector<int> parse_zone_list(std::string_view list) {

@@ -132,10 +132,11 @@ void Coupling::load_checks(std::string_view KOPLNG) {
 }
 
 void Coupling::load_water(const core::Project& project, const core::ModelFiles& files) {
+    const core::Notes notes(files);
     int cell = 0;
     for (const WaterProperty& property : water_properties) {
         put(property.check_field, check_text(project.flags(10, cell++) == 1));
-        const std::string stored = core::Get_IZV_Data(files, "koppx", property.name);
+        const std::string stored = notes.get("koppx", property.name);
         if (const auto text = base::trimmed(stored); !text.empty())
             put(property.value_field, text);
     }
@@ -194,11 +195,13 @@ void Coupling::save(core::Project& project, core::ModelFiles& files) {
 }
 
 void Coupling::save_water(core::Project& project, core::ModelFiles& files) const {
+    core::Notes notes(files);
     int cell = 0;
     for (const WaterProperty& property : water_properties) {
         project.flags.set(10, cell++, checked(property.check_field));
-        core::Save_IZV_Data(files, "koppx", property.name, "\t" + get(property.value_field));
+        notes.set("koppx", property.name, "\t" + get(property.value_field));
     }
+    notes.save(files);
 }
 
 } // namespace sim

@@ -49,11 +49,12 @@ std::span<const FieldInfo> OutIter::fields() const {
 
 void OutIter::load(const core::Project&, const core::ModelFiles& files) {
     reset_fields();
-    const std::string active = core::Get_IZV_Data(files, section, "Active");
+    const core::Notes notes(files);
+    const std::string active = notes.get(section, "Active");
     active_stored_ = !active.empty();
     put("chkPicard", check_text(base::leading_int32(active) != 0));
     for (const NoteKey& key : note_keys) {
-        const std::string stored = core::Get_IZV_Data(files, section, key.read_key);
+        const std::string stored = notes.get(section, key.read_key);
         if (!stored.empty())
             put(key.field, stored);
     }
@@ -64,9 +65,11 @@ bool OutIter::enabled(std::string_view name) const {
 }
 
 void OutIter::save(core::Project& project, core::ModelFiles& files) {
-    core::Save_IZV_Data(files, section, "Active", check_text(checked("chkPicard")));
+    core::Notes notes(files);
+    notes.set(section, "Active", check_text(checked("chkPicard")));
     for (const NoteKey& key : note_keys)
-        core::Save_IZV_Data(files, section, key.saved_key, get(key.field));
+        notes.set(section, key.saved_key, get(key.field));
+    notes.save(files);
     active_stored_ = true;
     project.flags.mark_edited();
 }

@@ -65,6 +65,32 @@ std::optional<base::Refusal> refuse_cell(int row, Column column, std::string_vie
     return std::nullopt;
 }
 
+void set_value(Period& period, Column target, std::string_view text) {
+    switch (target) {
+    case use:
+        period.active = base::leading_number(text) != 0;
+        break;
+    case length:
+        period.length = base::leading_number(text);
+        break;
+    case steps:
+        period.steps = base::leading_int32(text);
+        break;
+    case frequency:
+        period.monitoring_frequency = base::leading_single(text);
+        break;
+    case shift:
+        period.temperature_shift = base::leading_single(text);
+        break;
+    case transport_steps:
+        period.max_transport_steps = base::leading_int32(text);
+        break;
+    case multiplier:
+        period.multiplier = base::leading_single(text);
+        break;
+    }
+}
+
 } // namespace
 
 TemporalDiscretization::TemporalDiscretization() {
@@ -117,32 +143,10 @@ std::optional<base::Refusal> TemporalDiscretization::set_cell(int row, std::stri
                                                               std::string_view text) {
     Period& period = table_.rows[row_index(row)];
     const Column target = column_of(column);
-    if (auto refusal = refuse_cell(row, target, text))
-        return refusal;
-    switch (target) {
-    case use:
-        period.active = base::leading_number(text) != 0;
-        break;
-    case length:
-        period.length = base::leading_number(text);
-        break;
-    case steps:
-        period.steps = base::leading_int32(text);
-        break;
-    case frequency:
-        period.monitoring_frequency = base::leading_single(text);
-        break;
-    case shift:
-        period.temperature_shift = base::leading_single(text);
-        break;
-    case transport_steps:
-        period.max_transport_steps = base::leading_int32(text);
-        break;
-    case multiplier:
-        period.multiplier = base::leading_single(text);
-        break;
-    }
-    return std::nullopt;
+    auto refusal = refuse_cell(row, target, text);
+    if (!refusal)
+        set_value(period, target, text);
+    return refusal;
 }
 
 std::optional<base::Refusal> TemporalDiscretization::check() const {

@@ -117,8 +117,7 @@ RockFile::RockFile(int zones) {
 }
 
 RockFile RockFile::read(std::string_view bytes, const std::filesystem::path& file) {
-    RockFile result;
-    result.lines_ = base::text_lines(bytes);
+    RockFile result(base::text_lines(bytes));
     if (result.lines() < head_lines)
         throw base::FileFailure(
             fmt::format("ends behind line {}, where line {} of {} ({}) was expected",

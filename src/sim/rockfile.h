@@ -63,6 +63,8 @@ public:
     bool has_compressibilities() const;
 
 private:
+    explicit RockFile(std::vector<std::string> lines) : lines_(std::move(lines)) {}
+
     std::string& line_to_change(int number);
     bool holds_values(int line) const;
     void fit_values(int line, int old_zones, int zones);

@@ -89,6 +89,13 @@ std::span<const Command> type_commands();
 std::span<const Command> time_commands();
 std::span<const Command> rock_commands();
 std::span<const Command> input_commands();
+std::span<const Command> result_commands();
+std::span<const Command> viewer_commands();
+std::span<const Command> monitor_commands();
+std::span<const Command> run_commands();
+std::span<const Command> vtk_commands();
+std::span<const Command> cache_commands();
+std::span<const Command> import_commands();
 
 // Options that several groups share.
 inline constexpr ArgumentSpec model_argument{"MODEL", "project file of the model (.td1)"};

@@ -21,6 +21,13 @@ constexpr CommandGroup groups[] = {
     {"Periods and solver", time_commands},
     {"Rock, heat, transport", rock_commands},
     {"Simulator input", input_commands},
+    {"Running", run_commands},
+    {"Results", result_commands},
+    {"View settings of a result", viewer_commands},
+    {"Monitoring, logs, balances", monitor_commands},
+    {"Pictures elsewhere, formulas", vtk_commands},
+    {"Binary cache, statistics", cache_commands},
+    {"From results to models", import_commands},
 };
 
 constexpr std::string_view help_flag = "--help";

@@ -6,6 +6,7 @@
 #include "input/inputfile.h"
 #include "input/wells.h"
 #include "td/command.h"
+#include "td/runcommands.h"
 
 #include <fmt/format.h>
 
@@ -76,23 +77,22 @@ int create_input(Context& context) {
         if (result.created.InputError) {
             return result.created.failed ? int{run_time_failure} : int{refused};
         }
-        context.record({fmt::format("written {}.nml", workspace.files.base_name())});
-        context.record({"written tervex.ctl"});
-        return int{done};
+        context.record({"written", workspace.files.base_name() + ".nml"});
+        context.record({"written", "tervex.ctl"});
+        context.user.message(base::Icon::information, input::create_title, input::run_question);
+        return context.args.has("--yes") ? run_model(context, workspace) : int{done};
     });
 }
 
 constexpr ArgumentSpec model_arguments[] = {model_argument};
 constexpr OptionSpec check_options[] = {{"--all", "", "goes on behind a failed test"}};
-// Yes would start the simulator, which this edition cannot.
-constexpr OptionSpec create_options[] = {install_option,
-                                         {"--no", "", "does not start the simulator afterwards"}};
+constexpr OptionSpec create_options[] = {install_option};
 
 constexpr Command commands[] = {
     {"check", "tests whether the model is complete", model_arguments, check_options, false, check},
     {"wells", "prints the wells as the simulator has them", model_arguments, {}, false, wells},
-    {"create-input", "writes the simulator's input file and tervex.ctl", model_arguments,
-     create_options, false, create_input},
+    {"create-input", "writes the simulator's input file and tervex.ctl; --yes runs it",
+     model_arguments, create_options, true, create_input},
 };
 
 } // namespace

@@ -59,6 +59,20 @@ TEST_F(SaveAs, takes_the_data_files_of_the_chemical_models_to_another_folder) {
     EXPECT_EQ(other_.read("Pitzer.dat"), "p");
 }
 
+TEST_F(SaveAs, is_all_or_nothing_also_where_the_opening_of_the_copy_fails) {
+    std::filesystem::create_directories(other_.path() / "new.upl" / "in the way");
+    EXPECT_THROW(save_as(other_.path() / "new.td1"), base::FileFailure);
+    EXPECT_EQ(other_.names(), Names{"new.upl"});
+}
+
+TEST_F(SaveAs, finds_the_copies_of_files_in_capital_letters) {
+    std::filesystem::rename(folder_.path() / "Old.l", folder_.path() / "Old.L");
+    folder_.write("Old.PPL", "kept");
+    ASSERT_TRUE(save_as(other_.path() / "new.td1").opened.workspace);
+    EXPECT_EQ(other_.names(), (Names{"new.L", "new.PPL", "new.pol", "new.td1", "new.upl"}));
+    EXPECT_EQ(other_.read("new.PPL"), "kept");
+}
+
 TEST_F(SaveAs, keeps_each_content_when_new_names_meet_old_ones) {
     folder_.write("Old.per", "first");
     folder_.write("Old.b.per", "second");

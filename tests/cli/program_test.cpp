@@ -18,7 +18,8 @@ std::string line_of(const td::Command& command, const std::string& model) {
         {"VALUE", "1"},       {"N", "6"},        {"COL", "1"},     {"ROW", "1"},
         {"FROM", "1"},        {"TO", "2"},       {"SLOT", "1"},    {"NAME", "P1"},
         {"FILE", "@file"},    {"TEXT", "off"},   {"SWITCH", "on"}, {"SOLVER", "plu"},
-        {"TARGET", "@t.td1"}, {"PATH", "@p.td1"}};
+        {"TARGET", "@t.td1"}, {"PATH", "@p.td1"}, {"PARAM", "TEMP"}, {"TICKS", "1"},
+        {"EXT", "100"},       {"POINTNAME", "P1"}, {"INDEX", "0"}};
     std::string line = command.name;
     for (const td::ArgumentSpec& argument : command.arguments) {
         const std::string_view name = argument.name;
@@ -90,7 +91,6 @@ TEST_F(Program, a_command_that_does_not_exist_is_wrong_usage) {
         {"", wrong_usage("td: a command is missing; see td --help")},
         {"fold @m.td1", wrong_usage("td: unknown command \"fold @m.td1\"; see td --help")},
         {"grid", wrong_usage("td: unknown command \"grid\"; see td --help")},
-        {"run @m.td1", wrong_usage("td: unknown command \"run @m.td1\"; see td --help")},
         {"grid sow @m.td1", wrong_usage("td: unknown command \"grid sow @m.td1\"; did you mean "
                                         "\"td grid show\"?")},
         {"fold --help", wrong_usage("td: unknown command \"fold --help\"; see td --help")},

@@ -1,13 +1,23 @@
 // Project file, flags, notes, settings, recent models and the menu.
+#include "app/recentfiles.h"
 #include "tdtest.h"
 
 #include <algorithm>
+
+#include <fmt/format.h>
 
 namespace {
 
 namespace fs = std::filesystem;
 
-class ProjectCommands : public TdTest {};
+class ProjectCommands : public TdTest {
+protected:
+    // A line of the list; the caption of a long path is cut.
+    std::string recent(int number, const std::string& model) const {
+        const std::string path = in_folder("@" + model + ".td1");
+        return fmt::format("{}\t{}\t{}\n", number, app::recent_caption(number, path), path);
+    }
+};
 
 using Names = std::vector<std::string>;
 
@@ -38,7 +48,7 @@ TEST_F(ProjectCommands, open_creates_the_tool_settings_and_tells_the_title) {
               done("name\tm.td1\ntitle\tTervex Desk - [M.TD1]\ndescription\tTwo wells\n"));
     EXPECT_EQ(folder.names(), (Names{"m.l", "m.pol", "m.ppl", "m.td1", "m.upl"}));
     EXPECT_EQ(flag("0 1"), "0");
-    EXPECT_EQ(run("recent list"), done(in_folder("1\t&1 @m.td1\t@m.td1\n")));
+    EXPECT_EQ(run("recent list"), done(recent(1, "m")));
 }
 
 TEST_F(ProjectCommands, a_model_without_layer_data_is_not_opened) {
@@ -207,8 +217,7 @@ TEST_F(ProjectCommands, the_recent_list_has_four_models_that_exist) {
     }
     prepare("recent add @c.td1 --user @user");
     fs::remove(folder.path() / "d.td1");
-    expect({{"recent list --user @user", done("1\t&1 @c.td1\t@c.td1\n2\t&2 @e.td1\t@e.td1\n"
-                                              "4\t&4 @b.td1\t@b.td1\n")},
+    expect({{"recent list --user @user", done(recent(1, "c") + recent(2, "e") + recent(4, "b"))},
             {"recent list", done()}});
 }
 

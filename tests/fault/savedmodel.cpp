@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <sstream>
 #include <stdexcept>
@@ -29,12 +28,10 @@ std::string difference(const Contents& found, const Contents& wanted) {
 
 SavedModel::SavedModel(const Saving& saving) : saving_(saving) {
     make_old_state();
-    states_ = {now()};
+    old_ = now();
     calls_ = require(run(), 0, saving_.command).calls;
     after_ = box_.all();
-    const Contents last = now();
-    add_states_between();
-    states_.push_back(last);
+    new_ = now();
     require(run(), 0, saving_.command);
     if (const std::string names = difference(box_.all(), after_); !names.empty()) {
         throw std::runtime_error(saving_.command + " does not write the same again:" + names);
@@ -69,22 +66,6 @@ void SavedModel::make_old_state() {
     before_ = box_.all();
 }
 
-// Between two units of work no hidden folder is there. A command that writes a file of the program,
-// too, can fail just there.
-void SavedModel::add_states_between() {
-    for (std::size_t i = 0; i + 1 < calls_.size(); ++i) {
-        if (calls_[i].starts_with("rmdir")) {
-            run(fmt::format("{}:kill", i + 2));
-            states_.push_back(now());
-        }
-    }
-    if (!saving_.may_end_like.empty()) {
-        box_.put(before_);
-        require(box_.run(saving_.may_end_like), 3, saving_.may_end_like);
-        states_.push_back(now());
-    }
-}
-
 Outcome SavedModel::run(const std::string& plan, Counted counted) {
     box_.put(before_);
     return box_.run(saving_.command, saving_.input, plan, counted);
@@ -94,31 +75,36 @@ Outcome SavedModel::run_next(const std::string& plan) {
     return box_.run("project show " + saving_.model, "", plan);
 }
 
-bool SavedModel::is_old(const Contents& model) const {
-    return std::find(states_.begin(), states_.end() - 1, model) != states_.end() - 1;
-}
-
 bool SavedModel::was_there() const {
-    return states_.front().contains("model/" + saving_.model.substr(1));
+    return old_.contains("model/" + saving_.model.substr(1));
 }
 
 std::string SavedModel::compared(const Contents& model) const {
-    return fmt::format("\n  against old:{}\n  against new:{}", difference(model, states_.front()),
-                       difference(model, states_.back()));
+    return fmt::format("\n  against old:{}\n  against new:{}", difference(model, old_),
+                       difference(model, new_));
 }
 
 std::string SavedModel::fault_outside() {
+    const bool model_is_new = is_new(now());
+    const auto is_in = [](const Contents& state, const auto& file) {
+        const auto found = state.find(file.first);
+        return found != state.end() && found->second == file.second;
+    };
     bool strays = false;
-    for (const auto& [name, content] : box_.all()) {
-        const auto old_file = before_.find(name), new_file = after_.find(name);
-        if (name.starts_with("model/") || name.starts_with("elsewhere/")) {
+    for (const auto& file : box_.all()) {
+        const std::string& name = file.first;
+        const bool of_model = name.starts_with("model/") || name.starts_with("elsewhere/");
+        if (of_model || is_in(before_, file)) {
             continue;
         }
-        if (new_file == after_.end()) {
-            strays = true;
-        } else if (content != new_file->second &&
-                   (old_file == before_.end() || content != old_file->second)) {
+        if (is_in(after_, file)) {
+            if (!model_is_new) {
+                return "a new file beside the old model: " + name;
+            }
+        } else if (after_.contains(name)) {
             return "half a file " + name;
+        } else {
+            strays = true;
         }
     }
     if (strays) {

@@ -1,4 +1,4 @@
-// A command that saves a model, and the states that it may leave behind.
+// A command that saves a model, and the two states that it may leave behind.
 #pragma once
 
 #include "fault/sandbox.h"
@@ -22,17 +22,17 @@ public:
     // The next command on what it has left.
     Outcome run_next(const std::string& plan = "");
 
-    // The model as it is now, and how it compares. Old is also what a command of two units of work
-    // leaves between them.
+    // The model as it is now, and how it compares.
     Contents now() const { return box_.model(); }
-    bool is_old(const Contents& model) const;
-    bool is_new(const Contents& model) const { return model == states_.back(); }
+    bool is_old(const Contents& model) const { return model == old_; }
+    bool is_new(const Contents& model) const { return model == new_; }
     bool was_there() const;
     // The names that differ from the old and from the new state.
     std::string compared(const Contents& model) const;
 
-    // Files of the program and of the user are each old or new as well; a temporary one vanishes
-    // when the command runs again. Tells what is wrong, or nothing.
+    // Files of the program and of the user are each old or new as well, and old as long as the
+    // model is; a temporary one vanishes when the command runs again. Tells what is wrong, or
+    // nothing.
     std::string fault_outside();
 
     std::string folder() const { return box_.path("").string(); }
@@ -40,11 +40,10 @@ public:
 private:
     Outcome require(const Outcome& outcome, int status, const std::string& line) const;
     void make_old_state();
-    void add_states_between();
 
     Saving saving_;
     Sandbox box_;
-    Contents before_, after_;      // the whole sandbox
-    std::vector<Contents> states_; // of the model: old, what may be in between, new
+    Contents before_, after_; // the whole sandbox
+    Contents old_, new_;      // the model in it
     std::vector<std::string> calls_;
 };

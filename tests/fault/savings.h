@@ -11,10 +11,9 @@ struct Saving {
     std::string command; // as Sandbox::run takes it
     std::string input = "";
     std::string model = "@m.td1"; // that the command writes
-    // A command of one unit of work that may end in this other one's state when it fails.
-    std::string may_end_like = "";
-    bool linked = false; // the project and an array lie elsewhere, behind links
-    bool apart = false;  // every folder is a file system of its own
+    bool goes_on = false;         // behind a file that it cannot read
+    bool linked = false;          // the project and an array lie elsewhere, behind links
+    bool apart = false;           // every folder is a file system of its own
 };
 
 inline void PrintTo(const Saving& saving, std::ostream* out) {
@@ -66,17 +65,15 @@ inline std::vector<Saving> savings() {
          layer_of_twos},
         {"ArrayCopyPeriod", whole, "array copy-period @m.td1 1402 2 4"},
         {"PointsSet", whole, "points set @m.td1 1 --name W --active 1 --x 1 --y 1"},
-        {"CreateInput", whole, "create-input @m.td1 --install %install --no", "", "@m.td1",
-         "create-input @m.td1 --install @m.td1 --no"},
+        {"CreateInput", whole, "create-input @m.td1 --install %install --no", "", "@m.td1", true},
         {"CreateInputOverAnOldOne",
          whole + "create-input @m.td1 --install %install --no\nrock set @m.td1 --porosity all=0.4 "
                  "--yes\n",
-         "create-input @m.td1 --install %install --no", "", "@m.td1",
-         "create-input @m.td1 --install @m.td1 --no"},
-        {"RockSetBehindLinks", whole, set_rock, "", "@m.td1", "", true},
-        {"RockSetAcrossFileSystems", whole, set_rock, "", "@m.td1", "", true, true},
+         "create-input @m.td1 --install %install --no", "", "@m.td1", true},
+        {"RockSetBehindLinks", whole, set_rock, "", "@m.td1", false, true},
+        {"RockSetAcrossFileSystems", whole, set_rock, "", "@m.td1", false, true, true},
         {"GridSetAcrossFileSystems", whole + "new @m.td1 --yes",
-         "grid set @m.td1 --columns 5 --rows 4 --layers 3 --row-size 7 --finish", "", "@m.td1", "",
-         false, true},
+         "grid set @m.td1 --columns 5 --rows 4 --layers 3 --row-size 7 --finish", "", "@m.td1",
+         false, false, true},
     };
 }

@@ -16,7 +16,7 @@ std::string items(const std::vector<float>& values) {
     input::Runs runs = input::real_runs(stream);
     runs.add(values);
     runs.finish();
-    stream.close();
+    stream.finish();
     return folder.read("m.nml");
 }
 
@@ -28,7 +28,7 @@ std::string text_items(const std::vector<std::string>& texts) {
         runs.add(text);
     }
     runs.finish();
-    stream.close();
+    stream.finish();
     return folder.read("m.nml");
 }
 

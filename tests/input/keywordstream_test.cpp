@@ -15,7 +15,7 @@ std::string written(const std::function<void(KeywordStream&)>& write) {
     const support::TempFolder folder;
     KeywordStream stream(folder.path() / "m.nml", folder.path() / "m.nml");
     write(stream);
-    stream.close();
+    stream.finish();
     return folder.read("m.nml");
 }
 
@@ -65,21 +65,23 @@ TEST(KeywordStream, a_block_can_be_dropped_even_when_a_part_of_it_is_on_disk) {
     EXPECT_EQ(bytes, "# PERM\r\n# PHI\r\n");
 }
 
-TEST(KeywordStream, a_file_that_cannot_be_opened_is_named) {
+TEST(KeywordStream, a_file_that_cannot_be_written_is_named_with_the_reason) {
+    const auto expect_failure = [](const std::string& reason, const std::function<void()>& step) {
+        try {
+            step();
+            FAIL() << "no failure";
+        } catch (const base::FileFailure& failure) {
+            EXPECT_EQ(failure.what(), "cannot be written: " + reason);
+            EXPECT_EQ(failure.file(), "m.nml");
+        }
+    };
     const support::TempFolder folder;
-    const auto shown = folder.path() / "m.nml";
-    try {
-        KeywordStream stream(folder.path() / "missing" / "new.1", shown);
-        FAIL() << "no failure";
-    } catch (const base::FileFailure& failure) {
-        EXPECT_STREQ(failure.what(), "cannot be written");
-        EXPECT_EQ(failure.file(), shown);
-    }
-}
-
-TEST(KeywordStream, a_full_disk_shows_at_the_end_of_the_block) {
+    expect_failure("No such file or directory",
+                   [&] { KeywordStream stream(folder.path() / "missing" / "new.1", "m.nml"); });
+    // A full disk shows at the end of the block.
     KeywordStream stream("/dev/full", "m.nml");
     stream.text_line(std::string(3'000'000, 'x'));
-    EXPECT_THROW(stream.require_written(), base::FileFailure);
-    EXPECT_THROW(stream.close(), base::FileFailure);
+    stream.cut_back(0);
+    expect_failure("No space left on device", [&] { stream.require_written(); });
+    expect_failure("No space left on device", [&] { stream.finish(); });
 }
