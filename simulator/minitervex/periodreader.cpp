@@ -63,20 +63,20 @@ void read_periods(const InputStream& input, Model& model) {
     const Vector steps = input.values("DELTAR", table);
     const Vector monitoring = input.values("PMONIFR", table);
     input.items("NWELAR", table);
-    double begin = 0;
+    double begin = 0, all_steps = 0;
     for (int p = 0; p < count; ++p) {
         const double length = ends[p] - begin;
-        const double number = steps[p] > 0 ? std::max(1.0, std::round(length / steps[p])) : 1;
         if (!(length > 0))
             input.fail("TMAXAR", fmt::format("period {} has no length", p + 1));
-        if (!(number <= most_steps))
-            input.fail("DELTAR", fmt::format("period {} has more than {} steps", p + 1,
-                                             base::value_text(most_steps)));
+        const double number = steps[p] > 0 ? std::max(1.0, std::round(length / steps[p])) : 1;
+        all_steps += number;
+        if (!(all_steps <= most_steps))
+            input.fail("DELTAR", fmt::format("more than {} steps", base::value_text(most_steps)));
+        const double every = std::clamp(std::round(monitoring[p]), 0.0, most_steps);
         model.periods.push_back({.end = ends[p],
                                  .step = length / number,
                                  .steps = static_cast<int>(number),
-                                 .monitoring_every = static_cast<int>(
-                                     std::clamp(std::round(monitoring[p]), 0.0, most_steps)),
+                                 .monitoring_every = static_cast<int>(every),
                                  .wells = {}});
         begin = ends[p];
     }

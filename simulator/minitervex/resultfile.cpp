@@ -75,7 +75,12 @@ Vector pressures(const Model& model, const Vector& head) {
 
 void write_result(const InputStream& input, const Simulation& simulation,
                   const std::filesystem::path& nlo) {
-    std::filesystem::path beside = nlo;
+    // A link stays a link.
+    std::error_code no_link;
+    std::filesystem::path target = std::filesystem::canonical(nlo, no_link);
+    if (no_link)
+        target = nlo;
+    std::filesystem::path beside = target;
     beside += ".new";
     const auto blocks = new_blocks(simulation, simulation.velocity());
     try {
@@ -89,7 +94,7 @@ void write_result(const InputStream& input, const Simulation& simulation,
                 put_values(stream, values->second);
         }
         stream.finish();
-        std::filesystem::rename(beside, nlo);
+        std::filesystem::rename(beside, target);
     } catch (const std::exception& failure) {
         std::error_code ignored;
         std::filesystem::remove(beside, ignored);

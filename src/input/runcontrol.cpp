@@ -166,11 +166,13 @@ fs::path simulator(const Programs& programs) {
 
 Started start(const fs::path& program, const core::ModelFiles& files, const fs::path& install,
               bool append = false) {
-    return {program, base::Process::start({.program = program,
-                                           .arguments = {},
-                                           .folder = install,
-                                           .output = files.name_of(".log"),
-                                           .append = append})};
+    const fs::path log = files.name_of(".log");
+    return {program, log,
+            base::Process::start({.program = program,
+                                  .arguments = {},
+                                  .folder = install,
+                                  .output = log,
+                                  .append = append})};
 }
 
 } // namespace

@@ -28,6 +28,7 @@ struct Programs {
 
 struct Started {
     std::filesystem::path program;
+    std::filesystem::path log; // holds what the program prints
     base::Process process;
 };
 

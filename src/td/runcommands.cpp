@@ -62,7 +62,8 @@ int with_wait(Context& context, int status, Processes& started) {
         throw base::FileFailure("was interrupted", started.front().program);
     }
     if (*ended != 0) {
-        throw base::FileFailure(fmt::format("ended with exit status {}", *ended),
+        throw base::FileFailure(fmt::format("ended with exit status {}; {} tells why", *ended,
+                                            started.front().log.filename().string()),
                                 started.front().program);
     }
     return status;

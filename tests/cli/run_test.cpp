@@ -72,7 +72,7 @@ TEST_F(RunCommands, the_starter_is_waited_for_on_demand_only) {
     const std::string name = (program_ / "tervex.sh").string();
     EXPECT_EQ(run_freely("run @m.td1 --wait" + install_),
               (Outcome{td::run_time_failure, started.out,
-                       "error: ended with exit status 4 (" + name + ")\n"}));
+                       "error: ended with exit status 4; m.log tells why (" + name + ")\n"}));
 }
 
 TEST_F(RunCommands, a_flag_file_asks_before_anything_is_done) {
