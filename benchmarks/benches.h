@@ -17,6 +17,19 @@ void add_check(CubeModel& model);
 void add_numbers();
 // Reading result files: a block of 4 million values and a stream of 1 GB, both made in `folder`.
 void add_streams(const std::filesystem::path& folder);
+// Writing and reading a field of 4 million cells in a result cache, made in `folder`.
+void add_cache(const std::filesystem::path& folder);
+// Models from streams of 1 and 10 million cells, made in `folder`.
+void add_import(const std::filesystem::path& folder);
+// Fields of 4 million cells as VTK files, made in `folder`.
+void add_vtk(const std::filesystem::path& folder);
+// Contour lines of a layer of 1000 x 1000 cells on 20 levels.
+void add_contours();
+// Opening a worksheet session on an array of 320 MB, and refinement to 20 million cells; both models
+// are made in `folder`.
+void add_sessions(const std::filesystem::path& folder);
+// 20 zones of 40 nodes to the cells of a layer of 1000 x 1000.
+void add_zones();
 void add_version();
 
 } // namespace bench

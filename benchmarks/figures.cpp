@@ -26,6 +26,7 @@ struct Figure {
 constexpr double million = 1E6;
 constexpr double array_8M = 8 * million * 4; // bytes
 constexpr double field_4M = 4 * million * 4;
+constexpr double field_10M = 10 * million * 4;
 constexpr double stream_1G = 1000 * million;
 
 constexpr Figure figures[] = {
@@ -65,7 +66,24 @@ constexpr Figure figures[] = {
      stream_1G / 100, Goal::cost, 1},
     {"field of 1 GB stream, peak mem. / (4/cell+64 MB)", "stream field memory", nullptr,
      field_4M + 64 * million, Goal::cost, 1},
+    {".rvb from a field / same bytes, same door", "rvb write", "plain write", 0, Goal::cost, 1.5},
+    {"field of 4M cells from .rvb / bare read", "rvb field", "rvb bare read", 0, Goal::speed, 0.5},
+    {"import of 10M cells, time per cell / of 1M", "import 10M per cell", "import 1M per cell", 0,
+     Goal::cost, 1.2},
+    {"import of 10M cells, peak mem. / (8/cell+64 MB)", "import memory", nullptr,
+     2 * field_10M + 64 * million, Goal::cost, 1},
+    {"4M temperatures to VTK text / to_chars", "vtk temperature", "vtk temperature digits", 0,
+     Goal::speed, 0.6},
+    {"4M permeabilities to VTK text / to_chars", "vtk permeability", "vtk permeability digits", 0,
+     Goal::speed, 0.6},
+    {"16M values to .vtr / plain write of the bytes", "vtr", "vtr bytes", 0, Goal::cost, 1.5},
+    {"20 levels of 1000 x 1000 / a pass for each level", "contours", "contour pass", 0, Goal::cost,
+     4},
+    {"session on 2000 x 2000 x 20 opened / copying", "session", "session copy", 0, Goal::cost, 1.3},
+    {"refinement to 20M cells / copying the bytes", "refine", "refine copy", 0, Goal::speed, 0.5},
     {"td --version / 10 ms of CPU", "version", nullptr, 0.010, Goal::cost, 1},
+    {"20 zones to 1M cells / bare crossing tests", "zones transfer", "zones crossing tests", 0,
+     Goal::cost, 2},
 };
 
 bool was_measured(const Figure& figure, const Costs& costs) {

@@ -39,6 +39,12 @@ bool run(int argc, char** argv) {
     bench::add_check(small);
     bench::add_numbers();
     bench::add_streams(folder.path());
+    bench::add_cache(folder.path());
+    bench::add_import(folder.path());
+    bench::add_vtk(folder.path());
+    bench::add_contours();
+    bench::add_sessions(folder.path());
+    bench::add_zones();
     bench::add_version();
     bench::Costs costs;
     bench::CostReporter reporter(costs);

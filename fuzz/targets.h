@@ -52,12 +52,39 @@ void series(std::string_view bytes);
 void depthlog(std::string_view bytes);
 void balance(std::string_view bytes);
 
+// Files that conversions of results read.
+void rvb(std::string_view bytes);
+void his(std::string_view bytes);
+void tal(std::string_view bytes);
+void irgrid(std::string_view bytes);
+// A formula on a small stream.
+void formula(std::string_view text);
+
 // Files of the simulator.
 void stream(std::string_view bytes);
+// A model that replaces another one. The last byte chooses orientation and answers.
+void modelimport(std::string_view bytes);
+
+// The input stream as minitervex reads it. A small model is computed for one step, and its result
+// is read as the next input.
+void minitervex(std::string_view bytes);
+
+// Contour levels and the stroke font of plots.
+void ctr(std::string_view bytes);
+void font(std::string_view bytes);
+
+// Text forms of the worksheet: zones, rules of a search, arrays, grid files.
+void zon(std::string_view bytes);
+void trs(std::string_view bytes);
+void arraytext(std::string_view bytes);
+void grd(std::string_view bytes);
 
 // Command lines of `td`: words closed by a zero byte, lines by 1E (hexadecimal). Each runs on a
 // small model in a folder of its own, out of which no word may lead.
 void arguments(std::string_view words);
+
+// Scripts of worksheet sessions, ended with No and with Yes.
+void session(std::string_view script);
 
 void numbers(std::string_view text);
 

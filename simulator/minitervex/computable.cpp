@@ -60,6 +60,9 @@ constexpr struct {
     {"YANG", "an anisotropy that is turned out of the axes"},
 };
 
+// What stands for flow, heat, tracers, the flow field and chemistry.
+constexpr std::string_view key_letters[] = {"F-", "IZSU5-", "IZSU5-", "P-", "-"};
+
 constexpr struct {
     std::size_t letter;
     std::string_view process;
@@ -81,10 +84,18 @@ void require_letters(const InputStream& input) {
         input.fail("KEY", fmt::format("\"{}\" has not five letters", key.substr(0, 40)));
     if (coupling.size() != 4)
         input.fail("KOPLNG", fmt::format("\"{}\" has not four letters", coupling.substr(0, 40)));
+    const std::string flow_type = input.word("STAT");
+    if (flow_type != "STAT" && flow_type != "INST")
+        input.fail("STAT", fmt::format("\"{}\" is neither STAT nor INST", flow_type.substr(0, 40)));
     if (key[4] != '-')
         refuse(input, "KEY", "chemistry");
     if (key[3] == 'R')
         refuse(input, "KEY", "re-injection of produced water");
+    for (std::size_t place = 0; place < key.size(); ++place)
+        if (key_letters[place].find(key[place]) == std::string_view::npos)
+            input.fail("KEY", fmt::format("\"{}\" has a letter without a meaning", key));
+    if (key[0] == '-' && key[3] == 'P')
+        input.fail("KEY", "prescribes the flow field of a model without flow");
     for (const auto& [letter, process] : coupled)
         if (coupling[letter] != '-')
             refuse(input, "KOPLNG", process);

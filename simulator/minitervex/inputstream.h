@@ -49,6 +49,7 @@ public:
     Vector values(std::string_view keyword, std::int64_t count) const;
     // The same, without holding them, as runs; fails for another sum of counts.
     std::vector<Item> items(std::string_view keyword, std::int64_t count) const;
+    std::vector<Item> items(std::string_view keyword, std::int64_t fewest, std::int64_t most) const;
 
     // FileFailure "# KEYWORD (line n): WHAT".
     [[noreturn]] void fail(std::string_view keyword, std::string_view what) const;

@@ -33,7 +33,8 @@ struct LinearSolver::Method {
         solver.setTolerance(tolerance);
         solver.setMaxIterations(left);
         state += solver.solve(residual);
-        return static_cast<int>(solver.iterations());
+        // What the preconditioner solves at once counts as no iteration there.
+        return std::max(1, static_cast<int>(solver.iterations()));
     }
 
     int pass(const Vector& residual, double tolerance, int left, Vector& state) {

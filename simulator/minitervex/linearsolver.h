@@ -26,7 +26,8 @@ public:
 
     // Improves `state` until the sum of all residuals, which is the error of the balance, is below
     // a hundred-millionth of `gross` for it (or below what rounding leaves). Returns the
-    // iterations. RangeFailure when it does not get there.
+    // iterations: 0 when nothing was to be done, and the state is as it was. RangeFailure when it
+    // does not get there.
     int solve(const Vector& right, Vector& state,
               const std::function<double(const Vector&)>& gross);
 

@@ -35,6 +35,19 @@ double checked(const InputStream& input, std::string_view block, Sense sense) {
     return checked(input, block, 1, sense)[0];
 }
 
+// The values of outer planes, the first half those of the first plane. A plane of a model of one
+// cell stands there twice when it has a value.
+Vector checked_planes(const InputStream& input, std::string_view block, std::int64_t count,
+                      const Grid& grid) {
+    if (grid.cells() > 1)
+        return checked(input, block, count, Sense::any);
+    const std::vector<Item> items = input.items(block, count, count + 1);
+    Vector values = Vector::Constant(count, items.front().value);
+    values[count - 1] = items.back().value;
+    require(input, block, values, Sense::any);
+    return values;
+}
+
 Marks marks_of(const Vector& values) {
     Marks marks(static_cast<std::size_t>(values.size()));
     for (Eigen::Index cell = 0; cell < values.size(); ++cell)
@@ -82,7 +95,7 @@ namespace {
 // (alternating), then south and north of each layer.
 void read_recharge(const InputStream& input, const Grid& grid, FlowInput& flow) {
     const auto [nx, ny, nz] = grid.count;
-    const Vector plan = checked(input, "QRE", 2 * std::int64_t{nx} * ny, Sense::any);
+    const Vector plan = checked_planes(input, "QRE", 2 * std::int64_t{nx} * ny, grid);
     const Vector sides = checked(input, "QRELR", 2 * std::int64_t{ny} * nz, Sense::any);
     const Vector fronts = checked(input, "QREVH", 2 * std::int64_t{nx} * nz, Sense::any);
     flow.recharge = Vector::Zero(grid.cells());
@@ -160,8 +173,8 @@ Vector read_heat_sources(const InputStream& input, const Model& model) {
     const auto [nx, ny, nz] = grid.count;
     const double water = checked(input, "HPF", Sense::any);
     const Vector rock = checked(input, "HPR", grid.cells(), Sense::any);
-    const Vector top = checked(input, "QTOP3D", std::int64_t{nx} * ny, Sense::any);
-    const Vector base = checked(input, "QBASAL3D", std::int64_t{nx} * ny, Sense::any);
+    const Vector top = checked_planes(input, "QTOP3D", std::int64_t{nx} * ny, grid);
+    const Vector base = checked_planes(input, "QBASAL3D", std::int64_t{nx} * ny, grid);
     Vector source(grid.cells());
     for (int cell = 0; cell < grid.cells(); ++cell)
         source[cell] = grid.volume(cell) *

@@ -33,9 +33,25 @@ std::vector<int> well_cells(const InputStream& input, const Grid& grid) {
     return cells;
 }
 
+void require_counts(const InputStream& input, const Model& model) {
+    const Vector counts = input.values("NWELAR", table);
+    for (std::size_t p = 0; p < model.periods.size(); ++p) {
+        const std::size_t wells = model.periods[p].wells.size();
+        const double count = counts[static_cast<Eigen::Index>(p)];
+        if (count != static_cast<double>(wells))
+            input.fail("NWELAR", fmt::format("says {} wells in period {}, where # WELLAR has {}",
+                                             base::value_text(count), p + 1, wells));
+    }
+}
+
 void read_wells(const InputStream& input, Model& model) {
     const std::vector<int> cells = well_cells(input, model.grid);
     const Vector rates = input.values("WELLAR", table * table);
+    if (!model.flow.active) {
+        if (!rates.isZero(0))
+            model.notes.emplace_back("wells are left out, since there is no flow");
+        return;
+    }
     const Vector temperatures = input.values("TCON", table * table);
     const Vector concentrations = input.values("SCON", table * table);
     for (std::size_t period = 0; period < table; ++period) {
@@ -53,6 +69,7 @@ void read_wells(const InputStream& input, Model& model) {
                 {cell, rate, temperatures[place], {own.begin(), own.end()}});
         }
     }
+    require_counts(input, model);
 }
 
 } // namespace
@@ -62,7 +79,6 @@ void read_periods(const InputStream& input, Model& model) {
     const Vector ends = input.values("TMAXAR", table);
     const Vector steps = input.values("DELTAR", table);
     const Vector monitoring = input.values("PMONIFR", table);
-    input.items("NWELAR", table);
     double begin = 0, all_steps = 0;
     for (int p = 0; p < count; ++p) {
         const double length = ends[p] - begin;

@@ -41,17 +41,24 @@ volatile std::sig_atomic_t signalled = 0;
 class FlagFile {
 public:
     explicit FlagFile(fs::path file) : file_(std::move(file)) {
-        if (!(std::ofstream(file_) << "minitervex\n" << std::flush))
+        std::ofstream out(file_);
+        if (!out.is_open())
             throw base::FileFailure("cannot be written", file_);
+        if (!(out << "minitervex\n" << std::flush)) {
+            remove();
+            throw base::FileFailure("cannot be written", file_);
+        }
     }
-    ~FlagFile() {
-        std::error_code ignored;
-        fs::remove(file_, ignored);
-    }
+    ~FlagFile() { remove(); }
     FlagFile(const FlagFile&) = delete;
     FlagFile& operator=(const FlagFile&) = delete;
 
 private:
+    void remove() const {
+        std::error_code ignored;
+        fs::remove(file_, ignored);
+    }
+
     fs::path file_;
 };
 
@@ -102,6 +109,7 @@ int compute(const fs::path& base, const Streams& streams, const std::function<bo
     const InputStream input(input_file(base));
     const Model model = read_model(input);
     Progress progress(streams.out, streams.err, model);
+    require_writable(result);
     progress.begin(input.file());
     Simulation simulation(model);
     Monitoring monitoring(model, base);
@@ -171,7 +179,11 @@ int run_program(const std::vector<std::string>& arguments, const fs::path& folde
 
 void catch_signals() {
     for (const int signal : {SIGINT, SIGTERM, SIGHUP})
-        std::signal(signal, [](int) { signalled = 1; });
+        // What nohup, or a shell for its background jobs, has switched off stays so.
+        if (std::signal(signal, [](int) { signalled = 1; }) == SIG_IGN)
+            std::signal(signal, SIG_IGN);
+    // Nobody reads the progress any more: that is no reason to lose the result.
+    std::signal(SIGPIPE, SIG_IGN);
 }
 
 bool interrupted_by_signal() {

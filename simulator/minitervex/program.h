@@ -26,7 +26,8 @@ int run_program(const std::vector<std::string>& arguments, const std::filesystem
 // is none.
 std::filesystem::path project_of(const std::filesystem::path& control_file);
 
-// From now on SIGINT, SIGTERM and SIGHUP only ask for an end, which interrupted_by_signal tells.
+// From now on SIGINT, SIGTERM and SIGHUP only ask for an end, which interrupted_by_signal tells,
+// and a broken pipe ends nothing.
 void catch_signals();
 bool interrupted_by_signal();
 

@@ -57,6 +57,40 @@ void put_lines(input::KeywordStream& stream, std::string_view lines) {
     }
 }
 
+namespace fs = std::filesystem;
+
+// A link stays a link.
+fs::path target_of(const fs::path& nlo) {
+    std::error_code no_link;
+    fs::path target = fs::canonical(nlo, no_link);
+    return no_link ? nlo : target;
+}
+
+// Where the new file grows before it takes the place of the old one.
+class BesideFile {
+public:
+    explicit BesideFile(const fs::path& nlo) : nlo_(nlo), target_(target_of(nlo)), path_(target_) {
+        path_ += ".new";
+    }
+    ~BesideFile() {
+        std::error_code ignored;
+        fs::remove(path_, ignored);
+    }
+    BesideFile(const BesideFile&) = delete;
+    BesideFile& operator=(const BesideFile&) = delete;
+
+    const fs::path& path() const { return path_; }
+    void move_over() const {
+        std::error_code failed;
+        fs::rename(path_, target_, failed);
+        if (failed)
+            throw base::FileFailure(fmt::format("cannot be written: {}", failed.message()), nlo_);
+    }
+
+private:
+    fs::path nlo_, target_, path_;
+};
+
 } // namespace
 
 Vector pressures(const Model& model, const Vector& head) {
@@ -73,33 +107,28 @@ Vector pressures(const Model& model, const Vector& head) {
     return pressure;
 }
 
+void require_writable(const std::filesystem::path& nlo) {
+    const BesideFile beside(nlo);
+    if (fs::is_directory(nlo))
+        throw base::FileFailure("cannot be written: it is a folder", nlo);
+    input::KeywordStream(beside.path(), nlo).finish();
+}
+
 void write_result(const InputStream& input, const Simulation& simulation,
                   const std::filesystem::path& nlo) {
-    // A link stays a link.
-    std::error_code no_link;
-    std::filesystem::path target = std::filesystem::canonical(nlo, no_link);
-    if (no_link)
-        target = nlo;
-    std::filesystem::path beside = target;
-    beside += ".new";
+    const BesideFile beside(nlo);
     const auto blocks = new_blocks(simulation, simulation.velocity());
-    try {
-        input::KeywordStream stream(beside, nlo);
-        for (const Block& block : input.blocks()) {
-            put_lines(stream, block.key_line);
-            const auto values = blocks.find(block.keyword);
-            if (values == blocks.end())
-                put_lines(stream, block.body);
-            else
-                put_values(stream, values->second);
-        }
-        stream.finish();
-        std::filesystem::rename(beside, target);
-    } catch (const std::exception& failure) {
-        std::error_code ignored;
-        std::filesystem::remove(beside, ignored);
-        throw base::FileFailure(fmt::format("cannot be written: {}", failure.what()), nlo);
+    input::KeywordStream stream(beside.path(), nlo);
+    for (const Block& block : input.blocks()) {
+        put_lines(stream, block.key_line);
+        const auto values = blocks.find(block.keyword);
+        if (values == blocks.end())
+            put_lines(stream, block.body);
+        else
+            put_values(stream, values->second);
     }
+    stream.finish();
+    beside.move_over();
 }
 
 } // namespace minitervex

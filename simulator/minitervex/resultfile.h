@@ -8,6 +8,9 @@
 
 namespace minitervex {
 
+// FileFailure when there is no place for a result file, before a run is lost by it.
+void require_writable(const std::filesystem::path& nlo);
+
 // Writes `<base>.nlo` beside the old one and moves it over it. FileFailure when that cannot be
 // done; the old file stays then.
 void write_result(const InputStream& input, const Simulation& simulation,

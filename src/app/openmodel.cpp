@@ -56,7 +56,8 @@ Loaded read_model(const std::function<Loaded()>& load, const fs::path& shown,
 }
 
 Loaded open_loaded(const std::function<Loaded()>& load, const fs::path& shown,
-                   base::Interaction& user, const fs::path& user_folder) {
+                   base::Interaction& user, const fs::path& user_folder,
+                   std::optional<grid::Recovery> recovery = {}) {
     Loaded loaded = read_model(load, shown, user);
     if (!loaded.workspace) {
         return loaded;
@@ -64,6 +65,9 @@ Loaded open_loaded(const std::function<Loaded()>& load, const fs::path& shown,
     Workspace& workspace = *loaded.workspace;
     if (!offer_conversion(workspace, user)) {
         return {};
+    }
+    if (recovery) {
+        grid::end_cut_off_session(workspace.project, workspace.files, *recovery);
     }
     workspace.save();
     remember_model(workspace.Model_Path(), user_folder);
@@ -85,14 +89,15 @@ std::optional<base::Refusal> companions_refusal(const Workspace& workspace, cons
     return std::nullopt;
 }
 
-Loaded open_model(const fs::path& path, base::Interaction& user, const fs::path& user_folder) {
+Loaded open_model(const fs::path& path, base::Interaction& user, const fs::path& user_folder,
+                  std::optional<grid::Recovery> recovery) {
     const std::string text = path.string();
     const std::string_view name = base::trimmed(text);
     if (name.empty()) {
         return {};
     }
     const auto load = [name] { return load_model(name, core::Access::write); };
-    return open_loaded(load, name, user, user_folder);
+    return open_loaded(load, name, user, user_folder, recovery);
 }
 
 Loaded open_files(core::ModelFiles files, const fs::path& shown, base::Interaction& user,

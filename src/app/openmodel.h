@@ -3,6 +3,7 @@
 
 #include "app/workspace.h"
 #include "base/interaction.h"
+#include "grid/worksheetfiles.h"
 
 #include <filesystem>
 #include <optional>
@@ -14,9 +15,11 @@ namespace app {
 // when empty) and saves the project. Blanks round `path` are dropped. Neither workspace nor
 // refusal: the path was empty or the question of the conversion not answered. FileFailure when the
 // project file is missing, a companion is damaged or the folder cannot be written. All files are as
-// before unless there is a workspace.
+// before unless there is a workspace. `recovery` ends a worksheet session that was cut off; without
+// it the scratch files of one stay.
 Loaded open_model(const std::filesystem::path& path, base::Interaction& user,
-                  const std::filesystem::path& user_folder = {});
+                  const std::filesystem::path& user_folder = {},
+                  std::optional<grid::Recovery> recovery = {});
 
 // The same with files at hand: what is still aside becomes the content of the folder together with
 // what the opening writes, or not at all. `shown` names the model in a refusal.

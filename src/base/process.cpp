@@ -113,7 +113,21 @@ void check_program(const fs::path& program) {
     }
 }
 
+namespace {
+
+// Whoever ignores the ends of its children is not told their exit status. A program can have
+// inherited that.
+void take_notice_of_ends() {
+    struct sigaction action {};
+    if (::sigaction(SIGCHLD, nullptr, &action) == 0 && action.sa_handler == SIG_IGN) {
+        ::signal(SIGCHLD, SIG_DFL);
+    }
+}
+
+} // namespace
+
 Process Process::start(const Launch& launch) {
+    take_notice_of_ends();
     const fs::path program = absolute_path(launch.program); // the current folder changes before
     check_program(program);
     check_folder(launch.folder);

@@ -214,6 +214,30 @@ bool ArrayStore::create_array_file(int number, float default_value) {
     return true;
 }
 
+bool ArrayStore::complete_period(int number, int period, float default_value) {
+    require_period(period);
+    const bool created = create_array_file(number, default_value);
+    {
+        const RandomFile file = open(number);
+        const PeriodTables tables(file, record_bytes(number));
+        PeriodTables written = tables;
+        const int record = written.assign(period);
+        const bool is_read = tables.record_for_reading(period_to_read(number, period)) == record;
+        if (is_read && tables.bytes() == written.bytes() &&
+            file.size() >= record_start(number, record + 1)) {
+            return created;
+        }
+    }
+    // Opened before the first layer is written: that one makes the record of all others.
+    const LayerReader reader = layer_reader(number, period, default_value);
+    LayerValues values(cells_of_layer());
+    for (int layer = 1; layer <= layers(number); ++layer) {
+        reader.read(layer, values);
+        write_array(number, period, layer, values);
+    }
+    return true;
+}
+
 ArrayStore::CellValue ArrayStore::read_cell_value(int number, int period, int layer, int row,
                                                   int column, float default_value) const {
     require_period(period);

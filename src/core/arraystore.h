@@ -81,6 +81,11 @@ public:
     // Writes the tables and one record of `default_value`; false when the file is there already.
     bool create_array_file(int number, float default_value);
 
+    // Gives the period a record of its own with what reading it gives; a missing file is created
+    // with the default first. Bytes change only where a reader of the period finds none of its own
+    // or the file ends early. True when they did.
+    bool complete_period(int number, int period, float default_value);
+
     struct CellValue {
         float value = 0;
         bool found = false; // the file is there

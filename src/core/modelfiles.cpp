@@ -55,7 +55,7 @@ ModelFiles::ModelFiles(ModelFiles&& other) noexcept
     : project_(std::move(other.project_)), base_(std::move(other.base_)),
       hidden_(std::move(other.hidden_)), access_(other.access_),
       lock_(std::exchange(other.lock_, -1)), next_number_(other.next_number_),
-      changes_(std::move(other.changes_)) {}
+      changes_(std::move(other.changes_)), in_place_(std::move(other.in_place_)) {}
 
 ModelFiles& ModelFiles::operator=(ModelFiles&& other) noexcept {
     if (this != &other) {
@@ -67,6 +67,7 @@ ModelFiles& ModelFiles::operator=(ModelFiles&& other) noexcept {
         lock_ = std::exchange(other.lock_, -1);
         next_number_ = other.next_number_;
         changes_ = std::move(other.changes_);
+        in_place_ = std::move(other.in_place_);
     }
     return *this;
 }
@@ -191,6 +192,25 @@ void ModelFiles::copy_file(const fs::path& from, const fs::path& to) {
     copy_bytes(source, open_file_aside(to, true), to);
 }
 
+void ModelFiles::move_file(const fs::path& from, const fs::path& to) {
+    require_write_access();
+    const auto place = find_file(from);
+    if (!place) {
+        throw base::FileFailure("does not exist", from);
+    }
+    // A second name of the bytes: the first one goes when the change is committed.
+    const fs::path name = base::absolute_path(to), aside = new_aside_name();
+    if (::link(place->c_str(), aside.c_str()) != 0) {
+        copy_bytes(*place, aside, name);
+    }
+    if (const auto change = changes_.find(name); change != changes_.end()) {
+        std::error_code ignored;
+        fs::remove(change->second.aside, ignored);
+    }
+    changes_[name] = Change{aside};
+    remove_file(from);
+}
+
 void ModelFiles::remove_file(const fs::path& file) {
     require_write_access();
     const fs::path name = base::absolute_path(file);
@@ -214,6 +234,12 @@ fs::path ModelFiles::open_file_aside(const fs::path& file, bool fresh) {
     const fs::path name = base::absolute_path(file);
     const auto old = find_file(name);
     const auto change = changes_.find(name);
+    if (change == changes_.end() && old && in_place_.contains(name)) {
+        if (fresh) {
+            write_all(*old, name, {});
+        }
+        return *old;
+    }
     const bool is_aside = change != changes_.end() && !change->second.aside.empty();
     if (is_aside && !fresh) {
         return change->second.aside;
@@ -226,6 +252,23 @@ fs::path ModelFiles::open_file_aside(const fs::path& file, bool fresh) {
     }
     changes_[name] = Change{aside}; // only now: a copy that failed must not be moved over the file
     return aside;
+}
+
+void ModelFiles::write_in_place(const fs::path& file) {
+    require_write_access();
+    const fs::path name = base::absolute_path(file);
+    std::error_code failed;
+    if (fs::hard_link_count(name, failed) == 1 && !failed && ::access(name.c_str(), W_OK) == 0) {
+        in_place_.insert(name);
+    }
+}
+
+void ModelFiles::end_in_place() {
+    for (const fs::path& file : std::exchange(in_place_, {})) {
+        if (!changes_.contains(file) && base::is_file(file)) {
+            Descriptor(file, O_RDONLY, file).flush();
+        }
+    }
 }
 
 fs::path ModelFiles::new_aside_name() {

@@ -11,6 +11,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -63,6 +64,8 @@ public:
     std::string read_file(const std::filesystem::path& file) const;
     void write_file(const std::filesystem::path& file, std::string_view bytes);
     void copy_file(const std::filesystem::path& from, const std::filesystem::path& to);
+    // `to` becomes what `from` is now, and `from` is removed, without copying bytes.
+    void move_file(const std::filesystem::path& from, const std::filesystem::path& to);
     void remove_file(const std::filesystem::path& file);
 
     // A file aside that stands for the companion from now on, to be written in place: `fresh`
@@ -70,6 +73,13 @@ public:
     // every call within one command.
     std::filesystem::path open_aside(std::string_view extension, bool fresh);
     std::filesystem::path open_file_aside(const std::filesystem::path& file, bool fresh);
+
+    // From now on the file, which is in the folder, is written where it lies: for a worksheet
+    // session, which keeps a copy of it in the folder and writes layer by layer. A file that has
+    // another link or cannot be written is kept aside like all others.
+    void write_in_place(const std::filesystem::path& file);
+    // Flushes the files that are written in place; from now on they are kept aside again.
+    void end_in_place();
 
     // Makes everything written and removed so far the content of the folder, all or nothing. After
     // a FileFailure the folder is as before. `outside` writes what belongs to the set but lies in
@@ -98,6 +108,7 @@ private:
     int lock_ = -1;
     int next_number_ = 1;
     std::map<std::filesystem::path, Change> changes_;
+    std::set<std::filesystem::path> in_place_;
 };
 
 } // namespace core

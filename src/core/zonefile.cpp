@@ -21,18 +21,17 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::string_view present_mark = "BALDO5000_ZONEFILE";
-constexpr std::string_view older_mark = "BALDO4000_ZONEFILE"; // the same layout
-constexpr std::size_t mark_bytes = present_mark.size();
+constexpr std::size_t mark_bytes = zone_mark.size();
 constexpr std::size_t entry_bytes = 2;
-constexpr std::size_t head_bytes = mark_bytes + entry_bytes * period_count;
+constexpr std::size_t head_bytes = zone_head_bytes;
 constexpr std::size_t block_head_bytes = 20;
 constexpr std::size_t slot_bytes = 390;
-constexpr std::size_t block_bytes = block_head_bytes + max_zones * slot_bytes;
+constexpr std::size_t block_bytes = zone_block_bytes;
 constexpr int unused_singles = 4;
 constexpr int last_record = std::numeric_limits<std::int16_t>::max();
 
-static_assert(head_bytes == 2018 && block_bytes == 7820);
+static_assert(head_bytes == mark_bytes + entry_bytes * period_count &&
+              block_bytes == block_head_bytes + max_zones * slot_bytes);
 
 void require(bool holds, const std::string& what) {
     if (!holds) {
@@ -156,20 +155,20 @@ void Close_Zone(Zone& zone) {
 class ZoneFile::Table {
 public:
     explicit Table(const fs::path& file) : bytes_(head_bytes, '\0'), file_(file) {
-        bytes_.replace(0, mark_bytes, present_mark);
+        bytes_.replace(0, mark_bytes, zone_mark);
     }
     // A file with a foreign mark is as good as none.
     explicit Table(const RandomFile& file) : Table(file.shown()) {
         std::string stored(head_bytes, '\0');
         file.read(0, stored);
-        stored_ = stored.starts_with(present_mark) || stored.starts_with(older_mark);
+        stored_ = stored.starts_with(zone_mark) || stored.starts_with(older_zone_mark);
         if (stored_) {
             bytes_ = stored;
         }
     }
 
     bool stored() const { return stored_; }
-    bool older() const { return bytes_.starts_with(older_mark); }
+    bool older() const { return bytes_.starts_with(older_zone_mark); }
     std::string_view bytes() const { return bytes_; }
 
     int record(int period) const {
@@ -185,7 +184,7 @@ public:
     }
 
     int assign(int period) {
-        bytes_.replace(0, mark_bytes, present_mark);
+        bytes_.replace(0, mark_bytes, zone_mark);
         if (const int old = record(period); old != 0) {
             return old;
         }
@@ -305,7 +304,7 @@ void ZoneFile::create_zone_file(int number) {
 bool ZoneFile::Upgrade_Zone_File(int number) {
     const bool older = read_table(number).older();
     if (older) {
-        open_for_writing(number, false).write(0, present_mark);
+        open_for_writing(number, false).write(0, zone_mark);
     }
     return older;
 }

@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
+#include <string_view>
 #include <vector>
 
 namespace core {
@@ -27,6 +28,13 @@ struct Zone {
 };
 
 inline constexpr int max_zones = 20;
+
+// The layout of the file: mark and record numbers, then a block for each layer of each record. An
+// older file has the same with another mark.
+inline constexpr std::string_view zone_mark = "BALDO5000_ZONEFILE";
+inline constexpr std::string_view older_zone_mark = "BALDO4000_ZONEFILE";
+inline constexpr std::size_t zone_head_bytes = 2018;
+inline constexpr std::size_t zone_block_bytes = 7820;
 
 // Puts the lowest (then leftmost) node first, closes the ring and computes the bounding box. The
 // direction stays. Nothing for a zone without nodes.

@@ -53,7 +53,7 @@ constexpr int largest_power = 22;
 const char* take_exponent(const char* at, const char* end, int& exponent) {
     const bool negative = at < end && *at == '-';
     at += at < end && (*at == '-' || *at == '+') ? 1 : 0;
-    const char* const stop = take_digits(at, std::min(end, at + 3), exponent);
+    const char* const stop = take_digits(at, at + std::min<std::ptrdiff_t>(end - at, 3), exponent);
     exponent = negative ? -exponent : exponent;
     return stop == at || is_digit(stop, end) ? nullptr : stop;
 }

@@ -15,7 +15,21 @@ std::optional<ResultSource> open_result(const std::filesystem::path& path,
 }
 
 std::optional<ParameterField> ChosenField::read(CellOrder order, Values values,
-                                                base::Interaction& user) {
+                                                base::Interaction& user, FieldSource* faster) {
+    if (faster != nullptr && values == Values::converted) {
+        const bool viewer = order == CellOrder::viewer;
+        auto field = faster->read(source.result, grid, parameter,
+                                  viewer ? FieldOrder::viewer : FieldOrder::stream, user);
+        source.stream.require_unchanged();
+        if (field) {
+            return viewer
+                       ? ParameterField(std::move(*field))
+                       : ParameterField(std::move(*field),
+                                        order == CellOrder::worksheet
+                                            ? std::optional(simulator_grid(grid, GridOrientation))
+                                            : std::nullopt);
+        }
+    }
     return read_parameter(source.stream, grid, parameter, order, values, GridOrientation, user);
 }
 

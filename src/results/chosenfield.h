@@ -2,6 +2,7 @@
 #pragma once
 
 #include "results/fieldreading.h"
+#include "results/fieldsource.h"
 #include "results/resultfile.h"
 #include "results/streamreader.h"
 
@@ -26,8 +27,9 @@ struct ChosenField {
     int GridOrientation = 0;
 
     // Each searches from the beginning; nothing, with the messages of the search, for what is not
-    // there.
-    std::optional<ParameterField> read(CellOrder order, Values values, base::Interaction& user);
+    // there. Fields in the units of the viewer come from `faster` where it has them.
+    std::optional<ParameterField> read(CellOrder order, Values values, base::Interaction& user,
+                                       FieldSource* faster = nullptr);
     std::optional<Axes> read_axes(base::Interaction& user);
 };
 

@@ -264,9 +264,14 @@ int field_of(const std::vector<std::string>& lines, int index, int number,
     const bool solute = index == solute_index;
     const int count = solute ? solutes : count_in_head(head, "*MIN");
     const std::int64_t wanted = std::int64_t{field} + (solute ? 0 : solutes) + number - 1;
-    if (number < 1 || number > count || wanted > most_fields) {
-        throw base::FileFailure(fmt::format("has no {} {} in the {} fields of a row",
-                                            solute ? "solute" : "mineral", number, most_fields),
+    const char* const kind = solute ? "solute" : "mineral";
+    if (number < 1 || number > count) {
+        throw base::FileFailure(
+            fmt::format("has no {} {}, its logs hold {} {}s", kind, number, count, kind), file);
+    }
+    if (wanted > most_fields) {
+        throw base::FileFailure(fmt::format("has {} {} behind the {} fields of a row that are read",
+                                            kind, number, most_fields),
                                 file);
     }
     return static_cast<int>(wanted);

@@ -49,7 +49,7 @@ public:
             for (int column = 1; column <= field_->columns(); ++column) {
                 const auto [I, J, K] = grid_.index({column, row, layer});
                 line.clear();
-                fmt::format_to(std::back_inserter(line), "{},{},{},{},{},{},{}\r\n", column, row,
+                fmt::format_to(std::back_inserter(line), "{},{},{},{},{},{},{}\n", column, row,
                                layer, text_at(x_, I), text_at(y_, J), text_at(z_, K),
                                base::exact_text(field_->at(layer, row, column)));
                 file.add(line);
@@ -81,7 +81,7 @@ void write_field_csv(const ParameterField& field, const Axes& axes, int GridOrie
     require_layer(field, layer.value_or(1));
     const CellLines lines(field, axes, GridOrientation);
     TableFile file(target);
-    file.add(fmt::format("column,row,layer,x [m],y [m],z [m],{}\r\n", quoted(label)));
+    file.add(fmt::format("column,row,layer,x [m],y [m],z [m],{}\n", quoted(label)));
     for (int n = layer.value_or(1); n <= layer.value_or(field.layers()); ++n) {
         lines.write(n, file);
     }

@@ -16,6 +16,9 @@ constexpr CommandGroup groups[] = {
     {"Project", project_commands},
     {"Arrays", array_commands},
     {"Grid and layers", grid_commands},
+    {"Worksheet, mesh, refinement", edit_commands},
+    {"Zones, array exchange, search and modify", zone_commands},
+    {"Contours and plots", plot_commands},
     {"Monitoring points and observations", point_commands},
     {"Simulation type, coupling, output", type_commands},
     {"Periods and solver", time_commands},
@@ -28,6 +31,7 @@ constexpr CommandGroup groups[] = {
     {"Pictures elsewhere, formulas", vtk_commands},
     {"Binary cache, statistics", cache_commands},
     {"From results to models", import_commands},
+    {"Error report", report_commands},
 };
 
 constexpr std::string_view help_flag = "--help";

@@ -140,6 +140,12 @@ int on_series(Context& context, const SeriesWork& work) {
         }
         const auto file =
             results::monitoring_file(result.file, extension.substr(extension.starts_with('.')));
+        std::error_code ignored;
+        if (context.args.has_argument("TARGET") &&
+            std::filesystem::equivalent(context.args.argument("TARGET"), file, ignored)) {
+            throw UsageError(fmt::format("TARGET: {} is the file that is read",
+                                         context.args.argument("TARGET")));
+        }
         const std::string bytes = base::read_bytes(file);
         const auto names = names_of(result, context.user);
         const auto series = results::LoadMatrix(bytes, file, names, context.user);
@@ -173,7 +179,10 @@ int monitor_read(Context& context) {
         const std::string& name = context.args.value("--param");
         const auto column = results::Select2DParamNumb(name, names);
         if (!column) {
-            throw UsageError(fmt::format("--param: \"{}\" is no parameter of the series", name));
+            throw UsageError(
+                fmt::format("--param: \"{}\" is no parameter of the series; td monitor "
+                            "params prints them",
+                            name));
         }
         print_series(context, series, {results::time_column, column->number});
         return int{done};
@@ -321,15 +330,18 @@ constexpr ArgumentSpec csv_arguments[] = {
     result_argument, extension_argument, {"TARGET", "file to be written (.csv)"}};
 constexpr ArgumentSpec log_arguments[] = {
     model_argument,
-    {"POINTNAME", "name of the point"},
+    {"POINTNAME", "name of the monitoring point"},
     {"INDEX", "0 temperature, 1 head, 2 pressure, 3 density, 4 porosity, 5 permeability, 6 to 8 "
               "velocities, 9 solute, 10 mineral"}};
 
-constexpr OptionSpec read_options[] = {{"--param", "NAME", "only the time and this parameter"}};
+constexpr OptionSpec read_options[] = {
+    {"--param", "NAME", "only the time and this parameter, as monitor params prints it"}};
 constexpr OptionSpec make_options[] = {{"--file", "F", "result file (default: that of the model)"}};
-constexpr OptionSpec log_options[] = {{"--number", "N", "number of the solute or mineral"}};
-constexpr OptionSpec import_options[] = {{"--direction", "X|Y|Z", "axis across the faces"},
-                                         {"--points", "N,N,...", "slots of the monitoring points"}};
+constexpr OptionSpec log_options[] = {
+    {"--number", "N", "number of the solute or mineral (default 1)"}};
+constexpr OptionSpec import_options[] = {
+    {"--direction", "X|Y|Z", "axis across the faces"},
+    {"--points", "N,N,...", "slots of the monitoring points, as monitor list prints them"}};
 constexpr OptionSpec show_options[] = {
     {"--parameter", "NAME", "graph of this parameter"},
     {"--mode", "TEXT", "its unit: [m³/day] for Water, [mmol/L] or [mol] for a substance"}};

@@ -48,15 +48,16 @@ std::string command_entry(const Command& command) {
         line += argument.required ? " " + name : " [" + name + "]";
     }
     std::string text = fmt::format(".TP\n{}\n{}.\n", line, roff(command.help));
-    const std::vector<OptionSpec> options = all_options(command);
-    if (!options.empty()) {
-        text += ".RS\n";
-        for (const OptionSpec& option : options) {
-            text += option_entry(option);
+    text += ".RS\n";
+    for (const ArgumentSpec& argument : command.arguments) {
+        if (std::string_view(argument.name) != model_argument.name) {
+            text += fmt::format(".TP\n{}\n{}\n", italic(argument.name), roff(argument.help));
         }
-        text += ".RE\n";
     }
-    return text;
+    for (const OptionSpec& option : all_options(command)) {
+        text += option_entry(option);
+    }
+    return text + ".RE\n";
 }
 
 constexpr std::string_view man_end =
@@ -104,10 +105,10 @@ std::string man_page() {
                     ".I MODEL.td1\n[\\fIoptions\\fR]\n"
                     ".SH DESCRIPTION\n",
                     version);
-    text +=
-        "Makes, fills and checks models of the simulator tervex and writes its input. Records go "
-        "to standard output, fields separated by one TAB; messages go to standard error. "
-        "Questions are answered by \\-\\-yes or \\-\\-no.\n";
+    text += "Makes, fills and checks models of the simulator tervex, writes its input, runs it and "
+            "reads its results. Records go "
+            "to standard output, fields separated by one TAB; messages go to standard error. "
+            "Questions are answered by \\-\\-yes or \\-\\-no.\n";
     text += ".SH COMMANDS\n";
     for (const CommandGroup& group : command_groups()) {
         text += fmt::format(".SS {}\n", group.title);
@@ -138,8 +139,10 @@ std::string bash_completion() {
                        "    esac\n"
                        "    COMPREPLY=($(compgen -W \"$words\" -- \"$current\"))\n"
                        "    if [[ $current != -* && $command == *[a-z]* ]]; then\n"
-                       "        COMPREPLY+=($(compgen -f -X '!*.[tT][dD]1' -- \"$current\")\n"
-                       "            $(compgen -d -- \"$current\"))\n"
+                       "        for word in '[tT][dD]1' '[nN][lL][oO]' '[nN][mM][lL]'; do\n"
+                       "            COMPREPLY+=($(compgen -f -X \"!*.$word\" -- \"$current\"))\n"
+                       "        done\n"
+                       "        COMPREPLY+=($(compgen -d -- \"$current\"))\n"
                        "    fi\n"
                        "}}\n"
                        "complete -o filenames -F _td td\n",

@@ -56,8 +56,9 @@ std::optional<std::string> nearest_command(const std::vector<std::string>& words
     std::size_t least = std::string::npos;
     for_each_command([&](const Command& command) {
         const std::size_t count = std::min(command_words(command).size(), words.size());
-        const std::string typed = fmt::format(
-            "{}", fmt::join(words.begin(), words.begin() + static_cast<std::ptrdiff_t>(count), " "));
+        const std::string typed =
+            fmt::format("{}", fmt::join(words.begin(),
+                                        words.begin() + static_cast<std::ptrdiff_t>(count), " "));
         const std::string_view name = command.name;
         const std::size_t distance = edit_distance(typed, name);
         if (distance < least && distance * 3 <= name.size()) {
@@ -73,6 +74,9 @@ std::string unknown_command(const std::vector<std::string>& words) {
         return "td: a command is missing; see td --help";
     }
     std::string text = fmt::format("td: unknown command \"{}\"", fmt::join(words, " "));
+    if (const auto group = help_for({words[0], "--help"}); group && words.size() == 1) {
+        return fmt::format("{}; see td {} --help", text, words[0]);
+    }
     if (const auto nearest = nearest_command(words)) {
         return fmt::format("{}; did you mean \"td {}\"?", text, *nearest);
     }

@@ -124,9 +124,21 @@ int new_model(Context& context) {
     return made.workspace ? int{done} : not_loaded(context, made);
 }
 
+// What becomes of a worksheet session that was cut off.
+std::optional<grid::Recovery> recovery(const Context& context) {
+    const bool recover = context.args.has("--recover");
+    if (recover && context.args.has("--restore")) {
+        throw UsageError("--recover and --restore exclude each other");
+    }
+    if (recover) {
+        return grid::Recovery::recover;
+    }
+    return context.args.has("--restore") ? std::optional(grid::Recovery::restore) : std::nullopt;
+}
+
 int open(Context& context) {
-    const app::Loaded opened =
-        app::open_model(context.args.argument("MODEL"), context.user, base::user_settings_folder());
+    const app::Loaded opened = app::open_model(context.args.argument("MODEL"), context.user,
+                                               base::user_settings_folder(), recovery(context));
     if (!opened.workspace) {
         return not_loaded(context, opened);
     }
@@ -221,11 +233,15 @@ constexpr ArgumentSpec setting_arguments[] = {{"KEY", "MODELPATH or HELPFORMAT"}
 constexpr ArgumentSpec path_arguments[] = {{"PATH", "project file"}};
 constexpr OptionSpec install_options[] = {install_option};
 constexpr OptionSpec user_options[] = {{"--user", "DIR", "folder of the user's settings"}};
+constexpr OptionSpec open_options[] = {
+    {"--recover", "", "keeps what a worksheet session that was cut off has done"},
+    {"--restore", "", "puts back what was before such a session"}};
 constexpr OptionSpec menu_options[] = {{"--editor", "", "while the worksheet is open"}};
 
 constexpr Command commands[] = {
     {"new", "makes a new model", model_arguments, {}, true, new_model},
-    {"open", "opens a model with all its companion files", model_arguments, {}, true, open},
+    {"open", "opens a model with all its companion files", model_arguments, open_options, true,
+     open},
     {"save", "reads and writes every key of the project file", model_arguments, {}, false, save},
     {"save-as", "copies a model without its results", target_arguments, {}, true, save_as},
     {"project show",

@@ -1,15 +1,19 @@
 // Result files: what they hold, fields, planes, CSV.
 
+#include "base/failure.h"
 #include "base/numbertext.h"
 #include "base/paths.h"
+#include "convert/resultcache.h"
 #include "results/chosenfield.h"
 #include "results/fieldcsv.h"
 #include "results/parameters.h"
 #include "results/viewer.h"
 #include "td/command.h"
+#include "td/fieldoutput.h"
 
 #include <fmt/format.h>
 
+#include <functional>
 #include <limits>
 #include <ostream>
 
@@ -24,28 +28,45 @@ constexpr ArgumentSpec file_argument{"FILE", "result file, input file or project
 constexpr ArgumentSpec parameter_argument{
     "PARAM", "TEMP, PRES, ..., CONC:n, CONC:NAME, CONCM:n, CONCM:NAME or another keyword"};
 constexpr ArgumentSpec target_argument{"TARGET", "file to write"};
-constexpr OptionSpec layer_option{"--layer", "L", "this layer only"};
-constexpr OptionSpec cut_option{"--cut", "A", "cut axis X, Y or Z"};
-constexpr OptionSpec index_option{"--index", "N", "column, row from the south or layer"};
+constexpr OptionSpec cut_option{"--cut", "X|Y|Z",
+                                "axis across the plane (default: as result info prints it)"};
+constexpr OptionSpec index_option{"--index", "N",
+                                  "column (X), row from the south (Y) or layer (Z); default 1"};
 
 std::optional<results::ResultSource> open_source(Context& context) {
     return results::open_result(context.args.argument(file_argument.name), context.user);
 }
 
+// A table must not take the place of the result that it is made of.
+void require_other_file(const std::string& target, const std::filesystem::path& read) {
+    std::error_code ignored;
+    if (std::filesystem::equivalent(target, read, ignored)) {
+        throw UsageError(fmt::format("TARGET: {} is the file that is read", target));
+    }
+}
+
 std::optional<results::ChosenField> choose(Context& context) {
-    return results::choose_field(context.args.argument(file_argument.name),
-                                 context.args.argument(parameter_argument.name), context.user);
+    auto chosen =
+        results::choose_field(context.args.argument(file_argument.name),
+                              context.args.argument(parameter_argument.name), context.user);
+    if (chosen && context.args.has_argument(target_argument.name)) {
+        require_other_file(context.args.argument(target_argument.name), chosen->source.result.file);
+    }
+    return chosen;
+}
+
+// Runs `work`; a layer outside the field is told with the file.
+void with_file(const results::ChosenField& chosen, const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const base::RangeFailure& failure) {
+        throw base::FileFailure(failure.what(), chosen.source.result.file);
+    }
 }
 
 int any_integer(const Context& context, const OptionSpec& option, int otherwise) {
     return context.args.integer(option.name, std::numeric_limits<int>::min(),
                                 std::numeric_limits<int>::max(), otherwise);
-}
-
-std::optional<int> layer_of(const Context& context) {
-    return context.args.has(layer_option.name)
-               ? std::optional(any_integer(context, layer_option, 1))
-               : std::nullopt;
 }
 
 std::string_view yes_or_no(bool value) {
@@ -134,30 +155,6 @@ int result_list(Context& context) {
     return done;
 }
 
-void print_layer(std::ostream& out, const results::ParameterField& field, int layer) {
-    std::string line;
-    for (int row = 1; row <= field.rows(); ++row) {
-        line.clear();
-        for (int column = 1; column <= field.columns(); ++column) {
-            line += column == 1 ? "" : " ";
-            line += base::exact_text(field.at(layer, row, column));
-        }
-        out << line << '\n';
-    }
-}
-
-void print_field(Context& context, const results::ParameterField& field) {
-    if (const auto layer = layer_of(context)) {
-        results::require_layer(field, *layer);
-        print_layer(context.out, field, *layer);
-        return;
-    }
-    for (int layer = 1; layer <= field.layers(); ++layer) {
-        context.out << "layer " << layer << '\n';
-        print_layer(context.out, field, layer);
-    }
-}
-
 int result_read(Context& context) {
     struct Form {
         CellOrder order;
@@ -172,11 +169,13 @@ int result_read(Context& context) {
     if (!chosen) {
         return refused;
     }
-    const auto field = chosen->read(form.order, form.values, context.user);
+    convert::CachedFields cache;
+    const auto field = chosen->read(form.order, form.values, context.user,
+                                    context.args.has("--no-cache") ? nullptr : &cache);
     if (!field) {
         return refused;
     }
-    print_field(context, *field);
+    with_file(*chosen, [&] { print_field(context, *field); });
     return done;
 }
 
@@ -188,8 +187,10 @@ std::optional<results::Plane> read_plane(Context& context) {
     const int index = any_integer(context, index_option, 1);
     auto chosen = choose(context);
     const auto axes = chosen ? chosen->read_axes(context.user) : std::nullopt;
+    convert::CachedFields cache;
     const auto field =
-        axes ? chosen->read(CellOrder::viewer, Values::converted, context.user) : std::nullopt;
+        axes ? chosen->read(CellOrder::viewer, Values::converted, context.user, &cache)
+             : std::nullopt;
     if (!field) {
         return std::nullopt;
     }
@@ -231,13 +232,17 @@ int result_csv(Context& context) {
     const auto layer = layer_of(context);
     auto chosen = choose(context);
     const auto axes = chosen ? chosen->read_axes(context.user) : std::nullopt;
+    convert::CachedFields cache;
     const auto field =
-        axes ? chosen->read(CellOrder::worksheet, Values::converted, context.user) : std::nullopt;
+        axes ? chosen->read(CellOrder::worksheet, Values::converted, context.user, &cache)
+             : std::nullopt;
     if (!field) {
         return refused;
     }
-    results::write_field_csv(*field, *axes, chosen->GridOrientation, chosen->parameter.label, layer,
-                             context.args.argument(target_argument.name));
+    with_file(*chosen, [&] {
+        results::write_field_csv(*field, *axes, chosen->GridOrientation, chosen->parameter.label,
+                                 layer, context.args.argument(target_argument.name));
+    });
     return done;
 }
 
@@ -247,7 +252,7 @@ constexpr ArgumentSpec target_arguments[] = {file_argument, parameter_argument, 
 constexpr OptionSpec read_options[] = {
     {"--as", "viewer|raw|import", "units and cell order (default viewer)"},
     layer_option,
-    {"--no-cache", "", "reads the text file, whatever else is there"}};
+    {"--no-cache", "", "reads the text file, even where the cache has the field"}};
 constexpr OptionSpec plane_options[] = {cut_option, index_option};
 constexpr OptionSpec csv_options[] = {layer_option};
 
@@ -259,13 +264,13 @@ constexpr Command commands[] = {
      false,
      result_info},
     {"result list",
-     "lists the parameters that can be shown",
+     "lists the parameters that the file holds",
      file_arguments,
      {},
      false,
      result_list},
-    {"result read", "prints the field of a parameter", parameter_arguments, read_options, false,
-     result_read},
+    {"result read", "prints the field of a parameter, layer by layer", parameter_arguments,
+     read_options, false, result_read},
     {"result plane", "prints one plane as a chart shows it", parameter_arguments, plane_options,
      false, result_plane},
     {"result csv", "writes a field as a table of cells", target_arguments, csv_options, false,

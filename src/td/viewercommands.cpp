@@ -7,6 +7,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <functional>
 #include <limits>
 
@@ -39,11 +40,20 @@ int viewer_show(Context& context) {
     });
 }
 
+void require_field(std::string_view name) {
+    const auto table = results::viewer_setting_table();
+    if (std::ranges::none_of(table, [&](const auto& info) { return name == info.name; })) {
+        throw UsageError(fmt::format(
+            "the view settings have no field \"{}\"; td viewer show prints them", name));
+    }
+}
+
 int viewer_save(Context& context) {
     std::vector<std::pair<std::string, std::string>> given;
     results::ViewerSettings trial;
     for (const std::string& text : context.args.all_arguments("FIELD=VALUE")) {
         given.push_back(split_assignment(text));
+        require_field(given.back().first);
         if (!trial.set(given.back().first, given.back().second)) {
             throw UsageError(fmt::format("the view settings cannot hold {}", text));
         }
@@ -76,8 +86,8 @@ int viewer_turn(Context& context) {
 
 constexpr ArgumentSpec file_argument{"FILE", "result file, input file or project file"};
 constexpr ArgumentSpec file_arguments[] = {file_argument};
-constexpr ArgumentSpec save_arguments[] = {file_argument,
-                                           {"FIELD=VALUE", "field of the settings", false, true}};
+constexpr ArgumentSpec save_arguments[] = {
+    file_argument, {"FIELD=VALUE", "field of the settings, as viewer show prints it", false, true}};
 constexpr ArgumentSpec turn_arguments[] = {file_argument, {"TICKS", "ticks of the rotation timer"}};
 
 constexpr Command commands[] = {

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+
 #include <unistd.h>
 
 namespace {
@@ -61,6 +63,17 @@ TEST_F(StartedProcess, begins_its_output_anew_unless_it_is_to_append) {
 TEST_F(StartedProcess, has_an_exit_status) {
     EXPECT_EQ(start_script("exit 7\n").wait(never), 7);
     EXPECT_EQ(start_script("kill -9 $$\n").wait(never), 128 + 9);
+}
+
+TEST_F(StartedProcess, has_one_though_its_starter_was_told_to_ignore_the_ends_of_children) {
+    ::signal(SIGCHLD, SIG_IGN);
+    bool waited_too_long = false;
+    const auto end = std::chrono::steady_clock::now() + 10s;
+    EXPECT_EQ(start_script("exit 7\n").wait([&] {
+        return waited_too_long = std::chrono::steady_clock::now() > end;
+    }),
+              7);
+    EXPECT_FALSE(waited_too_long);
 }
 
 TEST_F(StartedProcess, that_cannot_be_is_a_failure) {

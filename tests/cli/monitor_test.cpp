@@ -104,9 +104,11 @@ TEST_F(MonitorCommands, series_are_read_in_the_units_of_the_chart) {
                                          "3\t1\t10\t1.0006849315068493E+00\t-1" + rest)},
         {"monitor read @m.td1 .100 --param 'Heat Conductivity'", done("1\t3\n3\t3\n")},
         {"monitor read @m.td1 100 --param Cl",
-         wrong_usage("--param: \"Cl\" is no parameter of the series")},
+         wrong_usage(
+             "--param: \"Cl\" is no parameter of the series; td monitor params prints them")},
         {"monitor read @m.td1 300", refused("Tervex Desk: @m.300 Error in file structure - ")},
         {"monitor csv @m.td1 100 @s.csv", done()},
+        {"monitor csv @m.td1 100 @m.100", wrong_usage("TARGET: @m.100 is the file that is read")},
     });
     EXPECT_TRUE(folder.read("s.csv").ends_with(
         ",pe\n1,1,10,1.0006849315068493E+00,-1,0,0.2,0.000001,0.0000000000001,20.5,3,4\n"
@@ -120,7 +122,7 @@ TEST_F(MonitorCommands, logs_are_made_from_the_result_and_shown_by_point) {
          done("", "Import Data: File @m.cal sucessfully written.\n")},
         {"depthlog show @m.td1 B 0",
          done("title\tMonitoring Point: B\nlabel\tTemperature [°C]\n10\t0.5\n10\t1.5\n")},
-        {"depthlog show @m.td1 B 9", failure("has no solute 1 in the 24 fields of a row (@m.cal)")},
+        {"depthlog show @m.td1 B 9", failure("has no solute 1, its logs hold 0 solutes (@m.cal)")},
         {"depthlog show @m.td1 C 0", failure("has no log of the Monitoring Point \"C\" (@m.cal)")},
         {"depthlog show @m.td1 B 11",
          wrong_usage("INDEX: \"11\" is not a whole number from 0 to 10")},

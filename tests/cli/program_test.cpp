@@ -19,7 +19,8 @@ std::string line_of(const td::Command& command, const std::string& model) {
         {"FROM", "1"},        {"TO", "2"},       {"SLOT", "1"},    {"NAME", "P1"},
         {"FILE", "@file"},    {"TEXT", "off"},   {"SWITCH", "on"}, {"SOLVER", "plu"},
         {"TARGET", "@t.td1"}, {"PATH", "@p.td1"}, {"PARAM", "TEMP"}, {"TICKS", "1"},
-        {"EXT", "100"},       {"POINTNAME", "P1"}, {"INDEX", "0"}};
+        {"EXT", "100"},       {"POINTNAME", "P1"}, {"FORMULA", "TEMP"}, {"INDEX", "0"},
+        {"NUMBER", "1"}, {"SOURCE", "@s.nlo"}};
     std::string line = command.name;
     for (const td::ArgumentSpec& argument : command.arguments) {
         const std::string_view name = argument.name;
@@ -90,7 +91,7 @@ TEST_F(Program, a_command_that_does_not_exist_is_wrong_usage) {
     expect({
         {"", wrong_usage("td: a command is missing; see td --help")},
         {"fold @m.td1", wrong_usage("td: unknown command \"fold @m.td1\"; see td --help")},
-        {"grid", wrong_usage("td: unknown command \"grid\"; see td --help")},
+        {"grid", wrong_usage("td: unknown command \"grid\"; see td grid --help")},
         {"grid sow @m.td1", wrong_usage("td: unknown command \"grid sow @m.td1\"; did you mean "
                                         "\"td grid show\"?")},
         {"fold --help", wrong_usage("td: unknown command \"fold --help\"; see td --help")},

@@ -57,7 +57,7 @@ TEST_F(ResultCommands, read_gives_three_orders) {
         {"result read @m.nlo TEMP --as raw --layer 4", done("131 132\n121 122\n111 112\n")},
         {"result read @m.nlo temp --as import --layer 1 --no-cache",
          done("111 112\n121 122\n131 132\n")},
-        {"result read @m.nlo TEMP --layer 5", failure("layer 5 is outside 1 to 4")},
+        {"result read @m.nlo TEMP --layer 5", failure("layer 5 is outside 1 to 4 (@m.nlo)")},
         {"result read @m.nlo TEMP --as other",
          wrong_usage("--as: \"other\" is none of viewer|raw|import")},
         {"result read @m.nlo PRES", refused(missing("# PRES"))},
@@ -134,12 +134,20 @@ TEST_F(ResultCommands, plane_gives_a_chart_its_data) {
 TEST_F(ResultCommands, csv_writes_worksheet_cells) {
     write_stream(smallstream::own_cells("# TEMP"));
     EXPECT_EQ(run("result csv @m.nlo TEMP @t.csv --layer 4"), done());
-    EXPECT_EQ(folder.read("t.csv"), "column,row,layer,x [m],y [m],z [m],Temperature  [deg. C]\r\n"
-                                    "1,1,4,5,2.5,0.5,131\r\n2,1,4,20.25,2.5,0.5,132\r\n"
-                                    "1,2,4,5,0.75,0.5,121\r\n2,2,4,20.25,0.75,0.5,122\r\n"
-                                    "1,3,4,5,0.25,0.5,111\r\n2,3,4,20.25,0.25,0.5,112\r\n");
+    EXPECT_EQ(folder.read("t.csv"), "column,row,layer,x [m],y [m],z [m],Temperature  [deg. C]\n"
+                                    "1,1,4,5,2.5,0.5,131\n2,1,4,20.25,2.5,0.5,132\n"
+                                    "1,2,4,5,0.75,0.5,121\n2,2,4,20.25,0.75,0.5,122\n"
+                                    "1,3,4,5,0.25,0.5,111\n2,3,4,20.25,0.25,0.5,112\n");
     EXPECT_EQ(run("result csv @m.nlo POR @u.csv"), refused(missing("# POR")));
     EXPECT_EQ(run("result csv @m.nlo TEMP /dev/null"), done());
+    const std::string result = folder.read("m.nlo");
+    expect(
+        {{"result csv @m.nlo TEMP @m.nlo", wrong_usage("TARGET: @m.nlo is the file that is read")},
+         {"result save @m.nlo TEMP @./m.nlo",
+          wrong_usage("TARGET: @./m.nlo is the file that is read")},
+         {"result csv @m.nlo TEMP @t.csv --layer 0",
+          failure("layer 0 is outside 1 to 4 (@m.nlo)")}});
+    EXPECT_EQ(folder.read("m.nlo"), result);
     std::filesystem::create_directory(folder.path() / "d.csv");
     EXPECT_EQ(run("result csv @m.nlo TEMP @d.csv"), failure(in_folder("is a folder (@d.csv)")));
 }
@@ -150,7 +158,8 @@ TEST_F(ResultCommands, viewer_keeps_its_settings_beside_the_file) {
         {"viewer save @m.nml XAngle=350 XSpin=1 VX=True OTHER=True OtherName=RHOCM", done()},
         {"viewer turn @m.nml 20", done("10\t0\t45\n")},
         {"viewer save @m.nml YAngle=1.5", wrong_usage("the view settings cannot hold YAngle=1.5")},
-        {"viewer save @m.nml Foo=1", wrong_usage("the view settings cannot hold Foo=1")},
+        {"viewer save @m.nml Foo=1",
+         wrong_usage("the view settings have no field \"Foo\"; td viewer show prints them")},
         {"viewer show @n.nml", failure("does not exist (@n.nml)")},
     });
     EXPECT_TRUE(folder.read("m.ini").starts_with("350\r\n0\r\n45\r\n 1 \r\n 0 \r\n"));

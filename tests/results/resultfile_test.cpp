@@ -184,16 +184,16 @@ TEST_F(ResultFiles, become_tables_of_cells_in_metres) {
         return folder_.read("t.csv");
     };
     const std::string all = lines(0, std::nullopt, "T [m]");
-    EXPECT_EQ(all.substr(0, all.find("2,1,1")), "column,row,layer,x [m],y [m],z [m],T [m]\r\n"
-                                                "1,1,1,5,2.5,11,431\r\n");
-    EXPECT_TRUE(all.ends_with("\r\n2,3,4,20.25,0.25,0.5,112\r\n")) << all;
+    EXPECT_EQ(all.substr(0, all.find("2,1,1")), "column,row,layer,x [m],y [m],z [m],T [m]\n"
+                                                "1,1,1,5,2.5,11,431\n");
+    EXPECT_TRUE(all.ends_with("\n2,3,4,20.25,0.25,0.5,112\n")) << all;
     EXPECT_EQ(std::ranges::count(all, '\n'), 25);
     // In a cross-section the worksheet's layers lie behind each other and its rows are depths.
     const std::string section = lines(1, 2, "a \"b\",c");
-    EXPECT_TRUE(section.starts_with("column,row,layer,x [m],y [m],z [m],\"a \"\"b\"\",c\"\r\n"
-                                    "1,1,2,5,0.75,11,421\r\n"))
+    EXPECT_TRUE(section.starts_with("column,row,layer,x [m],y [m],z [m],\"a \"\"b\"\",c\"\n"
+                                    "1,1,2,5,0.75,11,421\n"))
         << section;
-    EXPECT_TRUE(section.ends_with("\r\n2,4,2,20.25,0.75,0.5,122\r\n"));
+    EXPECT_TRUE(section.ends_with("\n2,4,2,20.25,0.75,0.5,122\n"));
     EXPECT_THROW(lines(0, 5, "T"), base::RangeFailure);
     EXPECT_EQ(folder_.read("t.csv"), section) << "a failure leaves the old table";
 }

@@ -132,6 +132,35 @@ TEST(KnownSolutions, heat_goes_into_a_half_space_by_conduction) {
     EXPECT_GT(coarse / fine, 1.8) << coarse << " " << fine;
 }
 
+struct HeadRise {
+    double head_error, inflow_error;
+};
+
+// The head at one end rises by 1 m, and a column of 50 m takes up water. The other end feels
+// nothing of it.
+HeadRise head_rise(int n) {
+    constexpr double diffusivity = 1E-2, storage = 1E-3, way = 63, seconds = way / diffusivity;
+    const double width = 50.0 / n;
+    ModelStream stream(n, 1, 1);
+    stream.set("KEY", "F----").set("STAT", "INST").set("COMPM", "1.E-7");
+    stream.list("DELX", std::vector(std::size_t(n), width)).period(seconds, 2 * n);
+    stream.cells("PERM", [](int i, int, int) { return i == 0 ? -1E-12 : 1E-12; });
+    stream.cells("PHI", [](int i, int, int) { return i == 0 ? 1.0 : 0.0; });
+    const Computed result = compute(stream);
+    expect_balanced(result);
+    const double taken = storage * (2 * std::sqrt(way / std::numbers::pi) - width / 2);
+    return {largest_error(result.head, 0,
+                          [&](int i) { return std::erfc(i * width / (2 * std::sqrt(way))); }),
+            std::abs(result.balances[0].in / taken - 1)};
+}
+
+TEST(KnownSolutions, a_head_that_rises_at_one_end_fills_the_storage_of_a_column) {
+    const HeadRise coarse = head_rise(50), fine = head_rise(100);
+    EXPECT_LT(fine.head_error, 0.01);
+    EXPECT_LT(fine.inflow_error, 0.01);
+    EXPECT_GT(coarse.head_error / fine.head_error, 1.8);
+}
+
 double front_error(int n) {
     constexpr double length = 100, dispersivity = 10, porosity = 0.25, velocity = 1E-6;
     constexpr double seconds = 0.25 * length / velocity;
@@ -187,6 +216,25 @@ TEST(KnownSolutions, production_of_rock_and_water_heats_up_a_closed_cell) {
     stream.period(1E6, 4);
     const double capacity = 0.75 * 2E6 + 0.25 * 1000 * 4000;
     EXPECT_NEAR(compute(stream).temperature[0], 10 + 1E6 * (0.75 * 2 + 0.25 * 3) / capacity, 1E-9);
+}
+
+TEST(KnownSolutions, the_planes_of_a_model_of_one_cell_stand_there_twice) {
+    ModelStream stream(1, 1, 1);
+    stream.set("KEY", "FU---").set("STAT", "INST").set("COMPM", "1.E-7");
+    stream.set("QRE", "2*1.E-8 1*0. ").set("QTOP3D", "2*5. ").set("POR", "0.25 ");
+    const Computed result = compute(stream.period(1E6, 4));
+    EXPECT_NEAR(result.head[0], 1E-8 * 1E6 / (1000 * 10 * 1E-7), 1E-9);
+    const double capacity = 0.75 * 2E6 + 0.25 * 1000 * 4000;
+    EXPECT_NEAR(result.temperature[0], 10 + 1E6 * 5 / capacity, 1E-9);
+    EXPECT_NEAR(compute(stream.set("QRE", "1*0. 2*2.E-8 ")).head[0], 20, 1E-9);
+}
+
+TEST(KnownSolutions, wells_without_flow_bring_no_heat) {
+    ModelStream stream(3, 1, 1);
+    stream.set("KEY", "-U---").wells({{1, 0, 0, 1E-3, 80}}).period(1E6, 4);
+    const Computed result = compute(stream);
+    EXPECT_LT(largest_error(result.temperature, 0, [](int) { return 10; }), 1E-9);
+    expect_balanced(result);
 }
 
 TEST(Balances, close_with_wells_recharge_storage_heat_and_a_tracer) {

@@ -121,7 +121,8 @@ ModelStream& ModelStream::wells(const std::vector<WellAt>& wells) {
             wells, [=](const WellAt& well) { return well.i == i && well.j == j && well.k == k; });
         return at == wells.end() ? 0.0 : static_cast<double>(at - wells.begin() + 1);
     });
-    table("WELLAR", rates, 10000);
+    const auto flowing = std::ranges::count_if(rates, [](double rate) { return rate != 0; });
+    set("NWELAR", fmt::format("{} 99*0", flowing)).table("WELLAR", rates, 10000);
     table("TCON", temperatures, 10000);
     return table("SCON", concentrations, 10000);
 }

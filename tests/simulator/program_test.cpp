@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <csignal>
 #include <sstream>
 
@@ -92,6 +93,27 @@ TEST_F(Program, a_copy_of_the_result_of_a_steady_model_reproduces_it) {
     }
 }
 
+TEST_F(Program, a_transient_run_goes_on_from_its_result_as_if_it_had_not_ended) {
+    ModelStream stream = steady_flow().set("KEY", "FUU--").set("STAT", "INST");
+    stream.set("COMPM", "1.E-7").set("ANZSUBS", " 1 ").set("MDIFS1", "1.E-9");
+    stream.fill("CONC           1", 0.5).wells({{2, 1, 1, 1E-5, 40, 2}, {3, 2, 0, -5E-6}});
+    ASSERT_EQ(run(stream.period(2E4, 20).text()).status, 0);
+    const auto state = [&] {
+        std::vector<double> all;
+        for (const char* keyword : {"PHI", "TEMP", "CONC", "VX", "VZ"})
+            for (const double value : result(keyword, keyword[0] == 'C' ? 1 : 0))
+                all.push_back(value);
+        return all;
+    };
+    const std::vector<double> whole = state();
+    ASSERT_EQ(run(stream.period(1E4, 10).text()).status, 0);
+    ASSERT_EQ(run(folder.read("m.nlo")).status, 0);
+    const std::vector<double> halves = state();
+    ASSERT_EQ(halves.size(), 240U);
+    for (std::size_t n = 0; n < halves.size(); ++n)
+        EXPECT_NEAR(halves[n], whole[n], 1E-5 * std::max(1E-4, std::abs(whole[n]))) << n;
+}
+
 TEST_F(Program, refuses_what_it_cannot_compute_in_one_line_and_leaves_the_old_result) {
     struct Case {
         const char *keyword, *lines, *what;
@@ -118,6 +140,10 @@ TEST_F(Program, refuses_what_it_cannot_compute_in_one_line_and_leaves_the_old_re
          "asks for a temperature shift, which minitervex cannot compute"},
         {"XANG", "48*10. ",
          "asks for an anisotropy that is turned out of the axes, which minitervex cannot compute"},
+        {"KEY", "FX---", "\"FX---\" has a letter without a meaning"},
+        {"KEY", "-U-P-", "prescribes the flow field of a model without flow"},
+        {"STAT", "ONCE", "\"ONCE\" is neither STAT nor INST"},
+        {"NWELAR", "2 99*0", "says 2 wells in period 1, where # WELLAR has 0"},
         {"FOO", "1", "minitervex does not know this block"},
         {"POR", "47*0.2 ", "holds 47 values, where 48 belong"},
         {"PHI", "49*0. ", "holds more than 48 values"},
@@ -146,6 +172,15 @@ TEST_F(Program, refuses_what_it_cannot_compute_in_one_line_and_leaves_the_old_re
     EXPECT_EQ(folder.read("m.nlo"), "old");
 }
 
+TEST_F(Program, a_result_that_cannot_be_written_is_told_before_the_run) {
+    create_directory(folder.path() / "m.nlo");
+    const Outcome outcome = run(steady_flow().text());
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_TRUE(outcome.err.ends_with("m.nlo: cannot be written: it is a folder\n")) << outcome.err;
+    EXPECT_FALSE(exists(folder.path() / "m.nlo.new"));
+}
+
 TEST_F(Program, a_stream_that_is_cut_off_gives_one_line_and_never_a_result) {
     const std::string whole = ModelStream(2, 2, 2).text();
     const std::size_t end = whole.rfind("0.");
@@ -167,7 +202,10 @@ TEST_F(Program, an_interrupt_ends_behind_the_present_step_with_the_state_reached
         << outcome.err;
     EXPECT_EQ(result("PHI").size(), 48U);
 
+    std::signal(SIGHUP, SIG_IGN); // as nohup does
     catch_signals();
+    std::raise(SIGHUP);
+    std::raise(SIGPIPE);
     EXPECT_FALSE(interrupted_by_signal());
     std::raise(SIGTERM);
     EXPECT_TRUE(interrupted_by_signal());

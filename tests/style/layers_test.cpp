@@ -22,8 +22,9 @@ const std::map<std::string, std::set<std::string>> allowed = {
     {"input", {"base", "report", "core", "sim", "grid"}},
     {"results", {"base", "report", "core", "sim", "grid", "input"}},
     {"convert", {"base", "report", "core", "sim", "grid", "input", "results"}},
-    {"app", {"base", "report", "core", "sim", "grid", "input", "results", "convert"}},
-    {"td", {"base", "report", "core", "sim", "grid", "input", "results", "convert", "app"}},
+    {"plot", {"base", "report", "core", "sim", "grid"}},
+    {"app", {"base", "report", "core", "sim", "grid", "input", "results", "convert", "plot"}},
+    {"td", {"base", "report", "core", "sim", "grid", "input", "results", "convert", "plot", "app"}},
     {"minitervex", {"base", "input", "results"}},
 };
 
