@@ -17,10 +17,12 @@ enum class FileChoice { open, save };
 // What to do after a failure: repeat the step, go on behind it, leave the command, end the program.
 enum class Reaction { retry, next, leave, end };
 
-// A failure as it is shown: what happened and to which file (empty when there is none).
+// A failure as it is shown: what happened and to which file (empty when there is none), and the
+// procedure in which it happened as `Interaction::called` was told of it (empty when unknown).
 struct Failure {
     std::string what;
     std::filesystem::path file;
+    std::string signature = {};
 };
 
 class Interaction {
@@ -47,6 +49,10 @@ public:
     virtual void busy(bool on) = 0;
     virtual void beep() = 0;
     virtual Reaction failure(const Failure& failure) = 0;
+
+    // A step that may fail begins. `signature` has the form "[Module] Procedure(arguments)", the
+    // module may be missing. Kept for the report of a failure.
+    virtual void called(std::string_view) {}
 };
 
 inline void show(Interaction& user, const Refusal& refusal) {

@@ -16,11 +16,13 @@ std::optional<base::Failure> failure_of(std::string_view signature,
     try {
         step();
     } catch (const base::FileFailure& failure) {
-        return base::Failure{failure.what(), failure.file()};
+        return base::Failure{failure.what(), failure.file(), std::string(signature)};
     } catch (const base::RangeFailure& failure) {
-        return base::Failure{fmt::format("{} in {}", failure.what(), signature), {}};
+        return base::Failure{
+            fmt::format("{} in {}", failure.what(), signature), {}, std::string(signature)};
     } catch (const std::bad_alloc&) {
-        return base::Failure{fmt::format("out of memory in {}", signature), {}};
+        return base::Failure{
+            fmt::format("out of memory in {}", signature), {}, std::string(signature)};
     }
     return std::nullopt;
 }
@@ -29,6 +31,7 @@ std::optional<base::Failure> failure_of(std::string_view signature,
 
 Outcome attempt(base::Interaction& user, std::string_view signature,
                 const std::function<void()>& step) {
+    user.called(signature);
     while (const auto failure = failure_of(signature, step)) {
         switch (user.failure(*failure)) {
         case base::Reaction::retry:

@@ -24,8 +24,8 @@ public:
 };
 
 // Runs `step` and asks `user` about every FileFailure and RangeFailure, also about memory that
-// could not be had. `signature` names the procedure and its arguments. A step that fails has to
-// leave things so that it can be repeated.
+// could not be had. `signature` names the procedure and its arguments, and goes into the history of
+// calls. A step that fails has to leave things so that it can be repeated.
 Outcome attempt(base::Interaction& user, std::string_view signature,
                 const std::function<void()>& step);
 

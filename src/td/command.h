@@ -2,6 +2,7 @@
 // from these tables.
 #pragma once
 
+#include "report/callstack.h"
 #include "td/arguments.h"
 #include "td/terminaluser.h"
 
@@ -36,12 +37,20 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+// What a run takes from the process around it.
+struct Surroundings {
+    report::Clock now = std::chrono::system_clock::now;
+    bool keeps_failures = false; // run-time failures are appended to td.EPT in the program folder
+    std::filesystem::path program_folder = {}; // empty: that of the executable
+};
+
 struct Context {
     const Arguments& args;
     TerminalUser& user;
     std::istream& in;
     std::ostream& out;
     std::filesystem::path install; // the program folder
+    const report::Clock& now;
 
     // One record on standard output: fields separated by one TAB.
     void record(std::initializer_list<std::string_view> fields) const;
@@ -124,6 +133,6 @@ int index_of_word(std::string_view text, std::string_view words, std::string_vie
 
 // Runs one command line (without the program's name); what `main` does. Exit status.
 int run_program(const std::vector<std::string>& words, std::istream& in, std::ostream& out,
-                std::ostream& err);
+                std::ostream& err, const Surroundings& surroundings = {});
 
 } // namespace td

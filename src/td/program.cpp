@@ -2,7 +2,9 @@
 
 #include "base/failure.h"
 #include "base/paths.h"
+#include "report/errorreport.h"
 #include "td/help.h"
+#include "td/version.h"
 
 #include <fmt/format.h>
 
@@ -93,45 +95,76 @@ StandingAnswer standing_answer(const Arguments& args) {
 }
 
 // The folder of the executable, or the one in the user's data when nothing can be written there.
-std::filesystem::path default_install() {
-    const std::filesystem::path own = base::executable_folder();
+std::filesystem::path program_folder(const Surroundings& surroundings) {
+    const std::filesystem::path own = surroundings.program_folder.empty()
+                                          ? base::executable_folder()
+                                          : surroundings.program_folder;
     return ::access(own.c_str(), W_OK) == 0 ? own : base::user_data_folder();
 }
 
-int run_command(const Command& command, const std::vector<std::string>& words, std::istream& in,
-                std::ostream& out, std::ostream& err) {
+struct Streams {
+    std::istream& in;
+    std::ostream& out;
+    std::ostream& err;
+};
+
+// The command and all that was typed behind it, for the report of a failure.
+void tell_call(const Command& command, const Arguments& args, report::FailureLog& log) {
+    log.enter(fmt::format("[td] {}", command.name));
+    for (const ArgumentSpec& argument : command.arguments) {
+        for (const std::string& value : args.all_arguments(argument.name)) {
+            log.calls().CallStackParam(argument.name, value);
+        }
+    }
+    for (const Arguments::Given& given : args.given()) {
+        log.calls().CallStackParam(given.option, given.value);
+    }
+}
+
+int run_command(const Command& command, const std::vector<std::string>& words,
+                const Streams& streams, const Surroundings& surroundings, report::FailureLog& log) {
     const std::size_t name_length = command_words(command).size();
     const Arguments args =
         Arguments::parse(command.name, command.arguments, all_options(command),
                          {words.begin() + static_cast<std::ptrdiff_t>(name_length), words.end()});
-    TerminalUser user(err, standing_answer(args), args.has("--quiet"));
-    Context context{args, user, in, out,
+    tell_call(command, args, log);
+    TerminalUser user(streams.err, standing_answer(args), args.has("--quiet"), &log);
+    Context context{args,
+                    user,
+                    streams.in,
+                    streams.out,
                     args.has("--install") ? std::filesystem::path(args.value("--install"))
-                                          : default_install()};
+                                          : program_folder(surroundings),
+                    surroundings.now};
+    if (surroundings.keeps_failures) {
+        log.set_folders({context.install, base::user_data_folder()});
+    }
     const int status = command.run(context);
     return user.has_failed() ? run_time_failure : status;
 }
 
-int dispatch(const std::vector<std::string>& words, std::istream& in, std::ostream& out,
-             std::ostream& err) {
+int dispatch(const std::vector<std::string>& words, const Streams& streams,
+             const Surroundings& surroundings, report::FailureLog& log) {
     if (const auto text = help_for(words)) {
-        out << *text;
+        streams.out << *text;
         return done;
     }
     const Command* command = find_command(words);
     if (command == nullptr) {
         throw UsageError(unknown_command(words));
     }
-    return run_command(*command, words, in, out, err);
+    return run_command(*command, words, streams, surroundings, log);
 }
 
 } // namespace
 
 int run_program(const std::vector<std::string>& words, std::istream& in, std::ostream& out,
-                std::ostream& err) {
-    TerminalUser reporter(err, StandingAnswer::none);
+                std::ostream& err, const Surroundings& surroundings) {
+    report::FailureLog log({base::desk_title, "td", report::version_numbers(version)},
+                           surroundings.now);
+    TerminalUser reporter(err, StandingAnswer::none, false, &log);
     try {
-        const int status = dispatch(words, in, out, err);
+        const int status = dispatch(words, {in, out, err}, surroundings, log);
         if (!out.flush()) {
             throw base::FileFailure("cannot be written", "standard output");
         }

@@ -1,5 +1,8 @@
 #include "td/terminaluser.h"
 
+#include "report/errorreport.h"
+#include "td/command.h"
+
 #include <fmt/format.h>
 
 #include <csignal>
@@ -76,7 +79,16 @@ base::Reaction TerminalUser::failure(const base::Failure& failure) {
         err_ << fmt::format("error: {} ({})\n", one_line(failure.what),
                             one_line(failure.file.string()));
     }
+    if (log_ != nullptr) {
+        log_->append(failure, run_time_failure);
+    }
     return base::Reaction::next;
+}
+
+void TerminalUser::called(std::string_view signature) {
+    if (log_ != nullptr) {
+        log_->calls().CallStack(signature);
+    }
 }
 
 } // namespace td

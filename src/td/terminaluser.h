@@ -7,15 +7,20 @@
 #include <iosfwd>
 #include <string>
 
+namespace report {
+class FailureLog;
+}
+
 namespace td {
 
 enum class StandingAnswer { none, yes, no };
 
 class TerminalUser : public base::Interaction {
 public:
-    // A quiet one keeps boxes that only inform to himself.
-    TerminalUser(std::ostream& err, StandingAnswer answer, bool quiet = false)
-        : err_(err), answer_(answer), quiet_(quiet) {}
+    // A quiet one keeps boxes that only inform to himself. Calls and failures go into `log`.
+    TerminalUser(std::ostream& err, StandingAnswer answer, bool quiet = false,
+                 report::FailureLog* log = nullptr)
+        : err_(err), answer_(answer), quiet_(quiet), log_(log) {}
 
     void message(base::Icon icon, std::string_view title, std::string_view text) override;
     // Yes (OK) or No by the option; without one, prints the question and gives `cancel`.
@@ -29,6 +34,7 @@ public:
     void beep() override;
     // One `error:` line; the work goes on behind the step.
     base::Reaction failure(const base::Failure& failure) override;
+    void called(std::string_view signature) override;
 
     bool has_failed() const { return has_failed_; }
 
@@ -36,6 +42,7 @@ private:
     std::ostream& err_;
     StandingAnswer answer_;
     bool quiet_;
+    report::FailureLog* log_;
     bool has_failed_ = false;
 };
 

@@ -26,6 +26,7 @@ public:
     void busy(bool on) override;
     void beep() override;
     base::Reaction failure(const base::Failure& failure) override;
+    void called(std::string_view signature) override { user_.called(signature); }
 
 private:
     base::Interaction& user_;

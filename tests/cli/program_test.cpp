@@ -52,8 +52,9 @@ protected:
 
     // Runs the built program in the test's folder; exit status, and what it printed.
     Outcome spawn(const std::string& arguments) {
-        const std::string command = "cd '" + folder.path().string() + "' && '" TD_PROGRAM "' " +
-                                    arguments + " >'" + (user.path() / "out").string() + "' 2>'" +
+        const std::string command = "cd '" + folder.path().string() +
+                                    "' && TD_REPORTS=off '" TD_PROGRAM "' " + arguments +
+                                    " >'" + (user.path() / "out").string() + "' 2>'" +
                                     (user.path() / "err").string() + "'";
         const int status = std::system(command.c_str());
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, user.read("out"), user.read("err")};

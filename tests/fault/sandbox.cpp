@@ -126,6 +126,7 @@ std::vector<std::string> Sandbox::words_of(const std::string& line) const {
 
 std::vector<std::string> Sandbox::environment(const std::string& plan, Counted counted) const {
     std::vector<std::string> variables = {"LC_ALL=C",
+                                          "TD_REPORTS=off",
                                           "LD_PRELOAD=" TD_FAULT_LIBRARY,
                                           "TD_FAULT_ROOT=" + root_.string(),
                                           "TD_FAULT_PLAN=" + plan,
