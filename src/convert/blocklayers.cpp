@@ -39,7 +39,7 @@ LayerValues BlockLayers::next() {
     if (layer_++ == 0) {
         read_into(layers_[2]);
     }
-    std::ranges::rotate(layers_, layers_.begin() + 1);
+    std::rotate(layers_.begin(), layers_.begin() + 1, layers_.end());
     read_into(layers_[2]);
     return {layers_[0], layers_[1], layers_[2]};
 }

@@ -1,5 +1,6 @@
 // The program as a person meets it: files, refusals, interrupts.
 
+#include "base/textfile.h"
 #include "minitervex/program.h"
 #include "simulator/modelstream.h"
 #include "support/streamreader.h"
@@ -249,7 +250,8 @@ TEST_F(Program, runs_what_the_control_file_names_and_is_silent_where_it_should_b
     std::string control;
     for (int line = 1; line <= 10; ++line)
         control += "#\r\n";
-    folder.write("tervex.ctl", control + (folder.path() / "m").string() + " 3\r\n#\r\n");
+    folder.write("tervex.ctl",
+                 control + base::to_ansi((folder.path() / "m").string()) + " 3\r\n#\r\n");
     std::ostringstream out, err;
     EXPECT_EQ(run_program({}, folder.path(), {out, err}, [] { return false; }), 0) << err.str();
     EXPECT_EQ(out.str() + err.str(), "");
