@@ -3,6 +3,7 @@
 #include "core/arraystore.h"
 #include "core/modelfiles.h"
 #include "core/project.h"
+#include "input/gridblocks.h"
 #include "input/simulatorfield.h"
 #include "results/monitoringcells.h"
 
@@ -15,19 +16,12 @@ namespace convert {
 namespace {
 
 // As the input file has it: one sum in single precision, from the last row on.
-float mean_thickness(const core::ArrayStore& store, int layer) {
+float layer_thickness(const core::ArrayStore& store, int layer) {
     core::LayerValues top = store.layer_values(input::arrays::top.number);
     core::LayerValues bottom = store.layer_values(input::arrays::bot.number);
     store.read_array(input::arrays::top.number, 1, layer, top, 0);
     store.read_array(input::arrays::bot.number, 1, layer, bottom, 0);
-    const auto columns = static_cast<std::size_t>(store.NX());
-    float sum = 0;
-    for (std::size_t row = top.size(); row > 0; row -= columns) {
-        for (std::size_t cell = row - columns; cell < row; ++cell) {
-            sum += top[cell] - bottom[cell];
-        }
-    }
-    return std::abs(sum) / static_cast<float>(top.size());
+    return input::mean_thickness(top, bottom, store.NX());
 }
 
 std::vector<float> thicknesses(const core::Project& project, core::ModelFiles& files) {
@@ -37,7 +31,7 @@ std::vector<float> thicknesses(const core::Project& project, core::ModelFiles& f
     const core::ArrayStore store(files, project);
     std::vector<float> sizes;
     for (int layer = 1; layer <= project.NZ(); ++layer) {
-        sizes.push_back(mean_thickness(store, layer));
+        sizes.push_back(layer_thickness(store, layer));
     }
     return sizes;
 }

@@ -106,19 +106,6 @@ void row_sizes(Creation& creation) {
 
 // Mean distance of the layer's upper and lower face, by the arrays 3 and 4; in single precision, as
 // the arrays are.
-float mean_thickness(const Creation& creation, int layer) {
-    const auto top = creation.arrays.read_layer(arrays::top, layer);
-    const auto bottom = creation.arrays.read_layer(arrays::bot, layer);
-    const auto columns = static_cast<std::size_t>(creation.project.NX());
-    float sum = 0;
-    for (std::size_t row = top.size(); row > 0; row -= columns) {
-        for (std::size_t cell = row - columns; cell < row; ++cell) {
-            sum += top[cell] - bottom[cell];
-        }
-    }
-    return std::abs(sum) / static_cast<float>(top.size());
-}
-
 std::vector<float> Dicke_Layer(const Creation& creation) {
     std::vector<float> thicknesses;
     for (const auto& layer : layers_of_model(creation).layers) {
@@ -130,7 +117,9 @@ std::vector<float> Dicke_Layer(const Creation& creation) {
 std::vector<float> Top_Bottom_Layer(const Creation& creation) {
     std::vector<float> thicknesses;
     for (int layer = 1; layer <= creation.project.NZ(); ++layer) {
-        thicknesses.push_back(mean_thickness(creation, layer));
+        thicknesses.push_back(mean_thickness(creation.arrays.read_layer(arrays::top, layer),
+                                             creation.arrays.read_layer(arrays::bot, layer),
+                                             creation.project.NX()));
     }
     return thicknesses;
 }
@@ -154,6 +143,17 @@ void layer_sizes(Creation& creation) {
 }
 
 } // namespace
+
+float mean_thickness(std::span<const float> top, std::span<const float> bottom, int NX) {
+    const auto columns = static_cast<std::size_t>(NX);
+    float sum = 0;
+    for (std::size_t row = top.size(); row > 0; row -= columns) {
+        for (std::size_t cell = row - columns; cell < row; ++cell) {
+            sum += top[cell] - bottom[cell];
+        }
+    }
+    return std::abs(sum) / static_cast<float>(top.size());
+}
 
 void DELX(Creation& creation) {
     folded_sizes(creation.stream, grid_of_model(creation).Column_Width);

@@ -3,6 +3,8 @@
 
 #include "grid/griddefinition.h"
 
+#include <span>
+
 namespace input {
 
 class Creation;
@@ -11,6 +13,10 @@ class Creation;
 grid::LayerFile layers_of_model(const Creation& creation);
 // The model's columns and rows; FileFailure when they are not those of the project.
 grid::GridFile grid_of_model(const Creation& creation);
+
+// |sum of top - bottom| / cells [m] of one layer of `NX` columns, added up in single precision in
+// the order of the stream: rows from the last one.
+float mean_thickness(std::span<const float> top, std::span<const float> bottom, int NX);
 
 // NFREE and KFREE: the unconfined layers of a horizontal model.
 void K_N_FREE(Creation& creation);

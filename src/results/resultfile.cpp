@@ -5,6 +5,7 @@
 #include "base/paths.h"
 #include "base/textfile.h"
 #include "core/project.h"
+#include "results/monitoringcells.h"
 
 #include <fmt/format.h>
 
@@ -57,11 +58,6 @@ void ask_for_other_file(const core::ModelFiles& files, base::Interaction& user) 
                          "Do you want to browse for other files?",
                          files.base()),
              base::Buttons::yes_no);
-}
-
-// Part of the name of monitoring file n.
-std::string monitoring_part(int n) {
-    return n < 10 ? fmt::format("{}00", n) : n < 100 ? fmt::format("{}0", n) : fmt::to_string(n);
 }
 
 // Tells when the parameter is not in the file, and takes the temperature then.
@@ -145,7 +141,7 @@ SectionOptions section_options(const StreamGrid& grid) {
 bool Check_for_Time_Files(const ResultFile& result) {
     const std::string stem = without_last_three(result.file);
     for (int n = 0; n <= last_monitoring_number; ++n) {
-        if (base::is_file(stem + monitoring_part(n))) {
+        if (base::is_file(stem + file_part(n))) {
             return true;
         }
     }

@@ -1,6 +1,7 @@
 #include "results/field.h"
 
 #include "base/failure.h"
+#include "support/failureof.h"
 #include "support/scripteduser.h"
 #include "support/tempfolder.h"
 
@@ -12,16 +13,7 @@ using results::FieldOrder;
 using results::RepeatCount;
 using results::StreamGrid;
 using results::StreamReader;
-
-template <typename Step>
-std::string failure_of(Step step) {
-    try {
-        step();
-    } catch (const base::FileFailure& failure) {
-        return failure.what();
-    }
-    return "";
-}
+using support::failure_of;
 
 class Fields : public testing::Test {
 protected:

@@ -5,6 +5,7 @@
 #include "base/textfile.h"
 #include "input/compact.h"
 #include "input/keywordstream.h"
+#include "support/failureof.h"
 #include "support/scripteduser.h"
 #include "support/tempfolder.h"
 
@@ -22,16 +23,7 @@ namespace fs = std::filesystem;
 using results::BlockReader;
 using results::RepeatCount;
 using results::StreamReader;
-
-template <typename Step>
-std::string failure_of(Step step) {
-    try {
-        step();
-    } catch (const base::FileFailure& failure) {
-        return failure.what();
-    }
-    return "";
-}
+using support::failure_of;
 
 class Stream : public testing::Test {
 protected:
