@@ -1,0 +1,114 @@
+#include "ui/desk.h"
+
+#include "app/newmodel.h"
+#include "app/openmodel.h"
+#include "app/saveas.h"
+
+#include <QCoreApplication>
+
+namespace ui {
+
+Desk::Desk(base::Interaction& user, Folders folders) : user_(user), folders_(std::move(folders)) {}
+
+Desk::~Desk() = default;
+
+report::Outcome Desk::attempt(std::string_view signature, const std::function<void()>& step) {
+    try {
+        return report::attempt(user_, signature, step);
+    } catch (const report::ProgramEnd&) {
+        // Must not pass through the toolkit's event handlers.
+        QCoreApplication::exit(0);
+        return report::Outcome::left;
+    }
+}
+
+bool Desk::take(app::Loaded loaded) {
+    if (loaded.refusal) {
+        base::show(user_, *loaded.refusal);
+    }
+    if (!loaded.workspace) {
+        return false;
+    }
+    const std::filesystem::path path = loaded.workspace->Model_Path();
+    loaded.workspace.reset(); // the lock of the opening ends here
+    app::Loaded shown = app::load_model(path, core::Access::read);
+    if (shown.refusal) {
+        base::show(user_, *shown.refusal);
+        return false;
+    }
+    model_ = std::move(shown.workspace);
+    emit model_changed();
+    return true;
+}
+
+bool Desk::create(const std::filesystem::path& path) {
+    bool done = false;
+    attempt("file_new_model()",
+            [&] { done = take(app::new_model(path, user_, folders_.settings)); });
+    return done;
+}
+
+bool Desk::open(const std::filesystem::path& path, std::optional<grid::Recovery> recovery) {
+    bool done = false;
+    attempt("Open_Model(FileName)",
+            [&] { done = take(app::open_model(path, user_, folders_.settings, recovery)); });
+    return done;
+}
+
+bool Desk::save_as(const std::filesystem::path& target) {
+    bool done = false;
+    if (model_) {
+        attempt("file_save_model_as()", [&] {
+            done = take(app::save_model_as(*model_, target, user_, folders_.settings).opened);
+        });
+    }
+    return done;
+}
+
+void Desk::close_model() {
+    model_.reset();
+    emit model_changed();
+}
+
+void Desk::reload() {
+    if (!model_) {
+        return;
+    }
+    const std::filesystem::path path = model_->Model_Path();
+    attempt("Read_Project(FileName)", [&] {
+        app::Loaded loaded = app::load_model(path, core::Access::read);
+        if (loaded.workspace) {
+            model_ = std::move(loaded.workspace);
+        }
+    });
+    emit model_changed();
+}
+
+bool Desk::change(std::string_view signature, const std::string&,
+                  const std::function<bool(app::Workspace&)>& work) {
+    if (!model_) {
+        return false;
+    }
+    bool done = false;
+    attempt(signature, [&] {
+        done = false;
+        app::Loaded loaded = app::load_model(model_->Model_Path(), core::Access::write);
+        if (loaded.refusal) {
+            base::show(user_, *loaded.refusal);
+            return;
+        }
+        if (work(*loaded.workspace)) {
+            loaded.workspace->save();
+            done = true;
+        }
+    });
+    reload();
+    return done;
+}
+
+void Desk::set_editor_open(bool open) {
+    editor_open_ = open;
+    emit editor_changed();
+}
+
+} // namespace ui

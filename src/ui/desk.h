@@ -1,0 +1,80 @@
+// What the desktop program holds while it runs: the open model, the person who answers, the folders
+// of the settings; and the one way in which a command changes the model.
+#pragma once
+
+#include "app/workspace.h"
+#include "base/interaction.h"
+#include "grid/worksheetfiles.h"
+#include "report/attempt.h"
+
+#include <QObject>
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace ui {
+
+struct Folders {
+    std::filesystem::path program;  // of the program and its data
+    std::filesystem::path settings; // of the user; empty: nothing is remembered
+};
+
+class Desk : public QObject {
+    Q_OBJECT
+
+public:
+    // `user` outlives the desk.
+    Desk(base::Interaction& user, Folders folders);
+    ~Desk() override;
+
+    base::Interaction& user() const { return user_; }
+    const Folders& folders() const { return folders_; }
+
+    // The open model as the last command left it, without a lock; nullptr when none is open. To
+    // change it there is change().
+    const app::Workspace* model() const { return model_ ? &*model_ : nullptr; }
+
+    // What File|New, Open, Save As do, behind their questions. The model that was open stays open
+    // when it fails or is refused, which is shown. True: the model is open.
+    bool create(const std::filesystem::path& path);
+    bool open(const std::filesystem::path& path,
+              std::optional<grid::Recovery> recovery = std::nullopt);
+    bool save_as(const std::filesystem::path& target);
+    void close_model();
+    // Reads the model anew, after a command or another program has changed it.
+    void reload();
+
+    // Runs `work` on the model with write access and saves it when that gives true; otherwise
+    // nothing is changed. A failure is shown, and the step repeated when the user says so. `step`
+    // names what can be taken back: the caption of the command. False: nothing was changed.
+    bool change(std::string_view signature, const std::string& step,
+                const std::function<bool(app::Workspace&)>& work);
+
+    // The same without a model's lock: shows the failures of `step`. Does not throw when the user
+    // ends the program: then the event loop is left.
+    report::Outcome attempt(std::string_view signature, const std::function<void()>& step);
+
+    // The worksheet or the mesh editor is open: the menus change.
+    bool editor_open() const { return editor_open_; }
+    void set_editor_open(bool open);
+
+signals:
+    // Another model, none, or the same after a change.
+    void model_changed();
+    void editor_changed();
+
+private:
+    // Takes over what an opening gave; shows its refusal.
+    bool take(app::Loaded loaded);
+
+    base::Interaction& user_;
+    Folders folders_;
+    std::optional<app::Workspace> model_;
+    bool editor_open_ = false;
+};
+
+} // namespace ui
