@@ -173,18 +173,34 @@ void FailureLog::write(const base::Failure& failure, int number) const {
     if (folders_.empty()) {
         return;
     }
-    const Fault fault = fault_of(failure, number, calls_, entered_);
-    const std::string text =
-        base::to_ansi(report_text(program_, fault, "", system_information(), now_(), calls_));
+    const std::string bytes = base::to_ansi(text(fault(failure, number), ""));
     for (const fs::path& folder : folders_) {
         std::error_code none;
         if (folder == folders_.back()) {
             fs::create_directories(folder, none);
         }
-        if (append_to(folder / (program_.name + ".EPT"), text)) {
+        if (append_to(folder / (program_.name + ".EPT"), bytes)) {
             return;
         }
     }
+}
+
+Fault FailureLog::fault(const base::Failure& failure, int number) const {
+    return fault_of(failure, number, calls_, entered_);
+}
+
+std::string FailureLog::text(const Fault& fault, std::string_view comment) const {
+    return report_text(program_, fault, comment, system_information(), now_(), calls_);
+}
+
+Saved FailureLog::save(const Fault& fault, std::string_view comment,
+                       base::Interaction& user) const {
+    for (const fs::path& folder : folders_) {
+        if (folder == folders_.back() || ::access(folder.c_str(), W_OK) == 0) {
+            return save_report(folder / (program_.name + ".ERR"), text(fault, comment), user);
+        }
+    }
+    return Saved::failed;
 }
 
 std::string opened_line(Time time) {

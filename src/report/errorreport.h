@@ -22,6 +22,7 @@ struct ProgInfo {
     std::string name;                 // of the program's file, without its ending: "td"
     std::array<int, 3> version{};     // major, minor, revision
     std::string support_address = {}; // may be empty
+    std::string web_page = {};        // likewise
 };
 
 struct SystemInfo {
@@ -75,8 +76,15 @@ public:
     void enter(std::string_view signature);
 
     CallHistory& calls() { return calls_; }
+    const ProgInfo& program() const { return program_; }
     // Never fails: what cannot be written is lost.
     void append(const base::Failure& failure, int number) const noexcept;
+
+    Fault fault(const base::Failure& failure, int number) const;
+    // The whole report as of now.
+    std::string text(const Fault& fault, std::string_view comment) const;
+    // Writes the report NAME.ERR into the first folder that can be written; see save_report().
+    Saved save(const Fault& fault, std::string_view comment, base::Interaction& user) const;
 
 private:
     void write(const base::Failure& failure, int number) const;

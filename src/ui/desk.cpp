@@ -74,36 +74,111 @@ void Desk::reload() {
     if (!model_) {
         return;
     }
-    const std::filesystem::path path = model_->Model_Path();
-    attempt("Read_Project(FileName)", [&] {
-        app::Loaded loaded = app::load_model(path, core::Access::read);
-        if (loaded.workspace) {
-            model_ = std::move(loaded.workspace);
-        }
-    });
+    if (lent_) {
+        model_->project = lent_->project; // the lock is ours: a second opening would wait for it
+    } else if (!in_session_) {
+        const std::filesystem::path path = model_->Model_Path();
+        attempt("Read_Project(FileName)", [&] {
+            app::Loaded loaded = app::load_model(path, core::Access::read);
+            if (loaded.workspace) {
+                model_ = std::move(loaded.workspace);
+            }
+        });
+    }
     emit model_changed();
+}
+
+std::optional<app::Workspace> Desk::load_to_write() {
+    app::Loaded loaded = app::load_model(model_->Model_Path(), core::Access::write);
+    if (loaded.refusal) {
+        base::show(user_, *loaded.refusal);
+    }
+    return std::move(loaded.workspace);
 }
 
 bool Desk::change(std::string_view signature, const std::string&,
                   const std::function<bool(app::Workspace&)>& work) {
-    if (!model_) {
+    if (!model_ || (in_session_ && !lent_)) {
         return false;
     }
     bool done = false;
-    attempt(signature, [&] {
-        done = false;
-        app::Loaded loaded = app::load_model(model_->Model_Path(), core::Access::write);
-        if (loaded.refusal) {
-            base::show(user_, *loaded.refusal);
-            return;
-        }
-        if (work(*loaded.workspace)) {
-            loaded.workspace->save();
-            done = true;
-        }
-    });
+    if (lent_) {
+        done = change_lent(signature, work);
+    } else {
+        attempt(signature, [&] {
+            done = false;
+            auto workspace = load_to_write();
+            if (workspace && work(*workspace)) {
+                workspace->save();
+                done = true;
+            }
+        });
+    }
     reload();
     return done;
+}
+
+namespace {
+
+void take_back(app::Workspace& workspace, const core::Project& before) {
+    workspace.files.rollback();
+    workspace.project = before;
+}
+
+} // namespace
+
+bool Desk::change_lent(std::string_view signature,
+                       const std::function<bool(app::Workspace&)>& work) {
+    const core::Project before = lent_->project;
+    bool done = false;
+    attempt(signature, [&] {
+        done = false;
+        lent_->files.commit(); // what the session holds aside is not to go with a failed command
+        try {
+            if (work(*lent_)) {
+                lent_->save();
+                done = true;
+            }
+        } catch (...) {
+            take_back(*lent_, before);
+            throw;
+        }
+    });
+    if (!done) {
+        take_back(*lent_, before);
+    }
+    return done;
+}
+
+std::optional<app::Workspace> Desk::begin_session(std::string_view signature, const std::string&) {
+    std::optional<app::Workspace> workspace;
+    if (model_ && !in_session_) {
+        attempt(signature, [&] { workspace = load_to_write(); });
+        in_session_ = workspace.has_value();
+    }
+    return workspace;
+}
+
+void Desk::end_session() {
+    lent_ = nullptr;
+    in_session_ = false;
+    reload();
+}
+
+std::optional<std::string> Desk::undo_name() const {
+    return std::nullopt;
+}
+
+std::optional<std::string> Desk::redo_name() const {
+    return std::nullopt;
+}
+
+bool Desk::undo() {
+    return false;
+}
+
+bool Desk::redo() {
+    return false;
 }
 
 void Desk::set_editor_open(bool open) {

@@ -50,13 +50,32 @@ public:
 
     // Runs `work` on the model with write access and saves it when that gives true; otherwise
     // nothing is changed. A failure is shown, and the step repeated when the user says so. `step`
-    // names what can be taken back: the caption of the command. False: nothing was changed.
+    // names what can be taken back: the caption of the command. False: nothing was changed. In a
+    // session it works on the lent model.
     bool change(std::string_view signature, const std::string& step,
                 const std::function<bool(app::Workspace&)>& work);
 
     // The same without a model's lock: shows the failures of `step`. Does not throw when the user
     // ends the program: then the event loop is left.
     report::Outcome attempt(std::string_view signature, const std::function<void()>& step);
+
+    // A session is a command that lasts, such as that of the worksheet: it holds the model with
+    // write access, and all that it changes is one step, named `step`. Nothing when the model
+    // cannot be had, which was shown. Whoever began it lends the workspace, which stays in its
+    // place until the end, and has it destroyed before end_session().
+    std::optional<app::Workspace> begin_session(std::string_view signature,
+                                                const std::string& step);
+    void lend(app::Workspace* workspace) { lent_ = workspace; }
+    // Ends the session, with whatever outcome, and reads the model anew.
+    void end_session();
+    bool in_session() const { return in_session_; }
+
+    // The step that undo() or redo() would go over; nothing when there is none, and in a session.
+    std::optional<std::string> undo_name() const;
+    std::optional<std::string> redo_name() const;
+    // Take the last command on the model back, or do it again. A refusal or failure is shown.
+    bool undo();
+    bool redo();
 
     // The worksheet or the mesh editor is open: the menus change.
     bool editor_open() const { return editor_open_; }
@@ -70,10 +89,14 @@ signals:
 private:
     // Takes over what an opening gave; shows its refusal.
     bool take(app::Loaded loaded);
+    std::optional<app::Workspace> load_to_write();
+    bool change_lent(std::string_view signature, const std::function<bool(app::Workspace&)>& work);
 
     base::Interaction& user_;
     Folders folders_;
     std::optional<app::Workspace> model_;
+    app::Workspace* lent_ = nullptr;
+    bool in_session_ = false;
     bool editor_open_ = false;
 };
 
