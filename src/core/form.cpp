@@ -83,4 +83,15 @@ std::vector<Notice> Form::changed(std::string_view) {
     return {};
 }
 
+std::optional<base::Refusal> TableForm::set_all(std::string_view column, std::string_view text) {
+    std::optional<base::Refusal> first;
+    for (int row = 1; row <= rows(); ++row) {
+        const auto refusal = set_cell(row, column, text);
+        if (!first) {
+            first = refusal;
+        }
+    }
+    return first;
+}
+
 } // namespace core

@@ -89,6 +89,8 @@ public:
     // Refused: the cell keeps its old text.
     virtual std::optional<base::Refusal> set_cell(int row, std::string_view column,
                                                   std::string_view text) = 0;
+    // The same text in all rows. Gives the first refusal; rows that do not refuse have the text.
+    virtual std::optional<base::Refusal> set_all(std::string_view column, std::string_view text);
 };
 
 } // namespace core

@@ -68,7 +68,7 @@ void Layer_Type::save(core::Project& project, core::ModelFiles& files) {
 }
 
 bool Layer_Type::enabled(std::string_view name) const {
-    return name != "Thickness" || get("Geometry") == "0";
+    return name != "Layer" && (name != "Thickness" || get("Geometry") == "0");
 }
 
 std::string Layer_Type::cell(int row, std::string_view column) const {
@@ -104,18 +104,17 @@ std::optional<base::Refusal> Layer_Type::set_cell(int row, std::string_view colu
     return std::nullopt;
 }
 
-void Layer_Type::set_all(std::string_view column, std::string_view text) {
-    if (column == "Type") {
-        const int type = type_of(text);
-        for (LayerFile::Layer& each : file_.layers) {
-            each.type = type;
-        }
-        show_unconfined();
-    } else {
-        for (int row = 1; row <= rows(); ++row) {
-            set_cell(row, column, text);
-        }
+// All layers change together, so that none lies wrongly above another.
+std::optional<base::Refusal> Layer_Type::set_all(std::string_view column, std::string_view text) {
+    if (column != "Type") {
+        return TableForm::set_all(column, text);
     }
+    const int type = type_of(text);
+    for (LayerFile::Layer& each : file_.layers) {
+        each.type = type;
+    }
+    show_unconfined();
+    return std::nullopt;
 }
 
 std::optional<base::Refusal> Layer_Type::set_unconfined(int count) {

@@ -22,8 +22,7 @@ public:
     std::string cell(int row, std::string_view column) const override;
     std::optional<base::Refusal> set_cell(int row, std::string_view column,
                                           std::string_view text) override;
-    // The same value in all rows.
-    void set_all(std::string_view column, std::string_view text);
+    std::optional<base::Refusal> set_all(std::string_view column, std::string_view text) override;
     // Makes layers 1 to `count` unconfined and the others confined. More than there are layers is
     // refused and clears the field. Setting "txtNFREE" does the same and gives the refusal as a
     // notice.

@@ -133,8 +133,7 @@ std::optional<base::Refusal> set_layer(grid::Layer_Type& form, const Arguments::
         integer_of(value, "--type", 0, 1);
     }
     if (layer == "all") {
-        form.set_all(column, value);
-        return std::nullopt;
+        return form.set_all(column, value);
     }
     return form.set_cell(integer_of(layer, given.option, 1, form.rows()), column, value);
 }

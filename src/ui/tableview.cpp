@@ -1,0 +1,370 @@
+#include "ui/tableview.h"
+
+#include "ui/desk.h"
+#include "ui/dialogs/allrows.h"
+#include "ui/tabledelegate.h"
+#include "ui/tablemodel.h"
+#include "ui/tabseparated.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QMenu>
+#include <QScrollBar>
+
+#include <algorithm>
+
+namespace ui {
+
+namespace {
+
+QRect bounds_of(const QItemSelection& selection) {
+    QRect bounds;
+    for (const QItemSelectionRange& range : selection) {
+        bounds |= QRect(QPoint(range.left(), range.top()), QPoint(range.right(), range.bottom()));
+    }
+    return bounds;
+}
+
+QString copied_text(const QModelIndex& cell) {
+    const QVariant kind = cell.data(kind_role);
+    const bool choice = kind.isValid() && kind.toInt() == int(core::FieldKind::choice);
+    return cell.data(choice ? Qt::DisplayRole : Qt::EditRole).toString();
+}
+
+} // namespace
+
+TableView::TableView(Desk& desk, core::TableForm& form, QWidget* parent)
+    : QTableView(parent), desk_(desk), form_model_(new FormTableModel(form, this)) {
+    setModel(form_model_);
+    set_up();
+    fit_columns();
+}
+
+TableView::TableView(Desk& desk, QAbstractItemModel& model, QWidget* parent)
+    : QTableView(parent), desk_(desk) {
+    setModel(&model);
+    set_up();
+}
+
+void TableView::set_up() {
+    auto* cells = new TableDelegate(this);
+    setItemDelegate(cells);
+    connect(cells, &TableDelegate::check_clicked, this, &TableView::toggle);
+    connect(cells, &TableDelegate::choice_clicked, this, &TableView::open_list);
+    setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
+    setSelectionMode(ExtendedSelection);
+    setWordWrap(false);
+    setCornerButtonEnabled(true);
+    horizontalHeader()->setResizeContentsPrecision(0);
+    verticalHeader()->setResizeContentsPrecision(0);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
+    verticalHeader()->setDefaultAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    horizontalHeader()->setHighlightSections(true);
+    horizontalHeader()->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(horizontalHeader(), &QWidget::customContextMenuRequested, this,
+            &TableView::show_head_menu);
+    if (const auto* refusing = qobject_cast<TableModel*>(model())) {
+        connect(refusing, &TableModel::refused, this, [this](const base::Refusal& refusal) {
+            if (!refusal_) {
+                refusal_ = refusal;
+            }
+        });
+    }
+    add_actions();
+}
+
+void TableView::add_actions() {
+    const auto add = [this](const char* name, const QString& caption, const QKeySequence& keys,
+                            auto work) {
+        auto* action = new QAction(caption, this);
+        action->setObjectName(name);
+        action->setShortcut(keys);
+        action->setShortcutContext(Qt::WidgetShortcut);
+        connect(action, &QAction::triggered, this, work);
+        addAction(action);
+    };
+    add("table_copy", tr("&Copy"), QKeySequence::Copy, [this] { copy(); });
+    add("table_paste", tr("&Paste"), QKeySequence::Paste, [this] { paste(); });
+    add("table_all_rows", tr("Set &All Rows..."), tr("Ctrl+Shift+A"),
+        [this] { set_all_rows(currentIndex().column()); });
+}
+
+void TableView::reload() {
+    if (!form_model_) {
+        return;
+    }
+    const QModelIndex current = currentIndex();
+    const int row = current.row(), column = current.column();
+    form_model_->reload();
+    if (!currentIndex().isValid() && row >= 0 && model()->rowCount() > 0) {
+        setCurrentIndex(model()->index(std::min(row, model()->rowCount() - 1), column));
+    }
+}
+
+void TableView::set_shown_rows(int rows) {
+    shown_rows_ = rows;
+    updateGeometry();
+}
+
+void TableView::fit_columns() {
+    const int digit = fontMetrics().horizontalAdvance('0');
+    const int margin = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1);
+    for (int column = 0; column < model()->columnCount(); ++column) {
+        const QModelIndex cell = model()->index(0, column);
+        const QVariant kind = cell.data(kind_role);
+        int width = (model()->flags(cell) & Qt::ItemIsEditable ? 12 : 6) * digit;
+        for (const QString& item : cell.data(choices_role).toStringList()) {
+            width =
+                std::max(width, fontMetrics().horizontalAdvance(item) + 2 * fontMetrics().height());
+        }
+        setColumnWidth(column,
+                       std::max(width + margin, horizontalHeader()->sectionSizeHint(column)));
+    }
+    updateGeometry();
+}
+
+QSize TableView::sizeHint() const {
+    const int rows = std::clamp(model()->rowCount(), 3, shown_rows_);
+    const int frame = 2 * frameWidth();
+    const int bar = verticalScrollBar()->sizeHint().width();
+    constexpr int widest = 1000; // what a dialog takes of a usual screen before it scrolls
+    const int width = std::min(horizontalHeader()->length(), widest);
+    return {width + verticalHeader()->sizeHint().width() + bar + frame,
+            rows * verticalHeader()->defaultSectionSize() +
+                horizontalHeader()->sizeHint().height() + frame};
+}
+
+void TableView::change(const std::function<void()>& work) {
+    work();
+    emit edited();
+    show_refusal();
+}
+
+void TableView::show_refusal() {
+    if (const auto refusal = std::exchange(refusal_, std::nullopt)) {
+        base::show(desk_.user(), *refusal);
+    }
+}
+
+void TableView::put(const QModelIndex& cell, const QString& text) {
+    const Qt::ItemFlags flags = cell.flags();
+    if (flags & (Qt::ItemIsEditable | Qt::ItemIsUserCheckable)) {
+        model()->setData(cell, text, Qt::EditRole);
+    }
+}
+
+void TableView::toggle(const QModelIndex& cell) {
+    const bool on = cell.data(Qt::CheckStateRole).toInt() != Qt::Checked;
+    change([&] {
+        const auto selected = selectionModel()->selectedIndexes();
+        for (const QModelIndex& each : selected.contains(cell) ? selected : QModelIndexList{cell}) {
+            if (each.flags() & Qt::ItemIsUserCheckable) {
+                model()->setData(each, on ? Qt::Checked : Qt::Unchecked, Qt::CheckStateRole);
+            }
+        }
+    });
+}
+
+void TableView::open_list(const QModelIndex& cell) {
+    edit(cell);
+    if (auto* list = qobject_cast<QComboBox*>(indexWidget(cell))) {
+        list->showPopup();
+    }
+}
+
+bool TableView::finish_editing() {
+    QWidget* editor = state() == EditingState ? indexWidget(currentIndex()) : nullptr;
+    if (!editor) {
+        return true;
+    }
+    commitData(editor);
+    const bool accepted = !refusal_;
+    closeEditor(editor, QAbstractItemDelegate::NoHint);
+    return accepted;
+}
+
+void TableView::commitData(QWidget* editor) {
+    QTableView::commitData(editor);
+    emit edited();
+}
+
+// A box must not come while the editor is still open: it would take the focus, and the editor
+// would hand in its text once more.
+void TableView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+    QTableView::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    if (refusal_) {
+        show_refusal();
+        return;
+    }
+    if (hint == QAbstractItemDelegate::EditNextItem) {
+        move_current(MoveNext);
+    } else if (hint == QAbstractItemDelegate::EditPreviousItem) {
+        move_current(MovePrevious);
+    } else if (hint == QAbstractItemDelegate::SubmitModelCache) {
+        move_current(MoveDown);
+    }
+}
+
+void TableView::move_current(CursorAction action) {
+    const QModelIndex next = moveCursor(action, Qt::NoModifier);
+    if (next.isValid()) {
+        setCurrentIndex(next);
+    }
+}
+
+void TableView::copy() const {
+    const QItemSelection selection = selectionModel()->selection();
+    const QRect bounds = bounds_of(selection);
+    if (bounds.isEmpty()) {
+        return;
+    }
+    std::vector<QStringList> rows;
+    for (int row = bounds.top(); row <= bounds.bottom(); ++row) {
+        QStringList cells;
+        for (int column = bounds.left(); column <= bounds.right(); ++column) {
+            const QModelIndex cell = model()->index(row, column);
+            cells << (selection.contains(cell) ? copied_text(cell) : QString());
+        }
+        rows.push_back(cells);
+    }
+    QApplication::clipboard()->setText(tab_separated(rows));
+}
+
+void TableView::paste() {
+    const auto rows = parse_tab_separated(QApplication::clipboard()->text());
+    const QRect bounds = bounds_of(selectionModel()->selection());
+    if (rows.empty()) {
+        return;
+    }
+    if (rows.size() == 1 && rows[0].size() == 1 && !bounds.isEmpty()) {
+        fill_selection(rows[0][0]);
+        return;
+    }
+    const QPoint start = bounds.isEmpty() ? QPoint(0, 0) : bounds.topLeft();
+    change([&] {
+        const int missing = start.y() + int(rows.size()) - model()->rowCount();
+        if (auto* growing = qobject_cast<TableModel*>(model()); growing && missing > 0) {
+            growing->grow(missing);
+        }
+        const int height = std::min(int(rows.size()), model()->rowCount() - start.y());
+        for (int row = 0; row < height; ++row) {
+            const QStringList& cells = rows[std::size_t(row)];
+            const int width = std::min(int(cells.size()), model()->columnCount() - start.x());
+            for (int column = 0; column < width; ++column) {
+                put(model()->index(start.y() + row, start.x() + column), cells[column]);
+            }
+        }
+    });
+}
+
+void TableView::fill_selection(const QString& text) {
+    change([&] {
+        for (const QModelIndex& cell : selectionModel()->selectedIndexes()) {
+            put(cell, text);
+        }
+    });
+}
+
+void TableView::empty_cells() {
+    fill_selection({});
+}
+
+void TableView::set_all_rows(int column) {
+    const int row = std::max(currentIndex().row(), 0);
+    const QModelIndex cell = model()->index(row, column);
+    if (!cell.isValid() || !finish_editing() ||
+        !(cell.flags() & (Qt::ItemIsEditable | Qt::ItemIsUserCheckable))) {
+        desk_.user().beep();
+        return;
+    }
+    AllRows dialog(desk_, *model(), cell, window());
+    if (dialog.exec() == QDialog::Accepted) {
+        emit edited();
+    }
+}
+
+void TableView::show_head_menu(const QPoint& place) {
+    const int column = horizontalHeader()->logicalIndexAt(place);
+    if (column < 0) {
+        return;
+    }
+    QMenu menu(this);
+    QAction* all =
+        menu.addAction(tr("Set &All Rows..."), this, [=, this] { set_all_rows(column); });
+    const Qt::ItemFlags flags = model()->index(0, column).flags();
+    all->setEnabled(flags & (Qt::ItemIsEditable | Qt::ItemIsUserCheckable));
+    menu.exec(horizontalHeader()->mapToGlobal(place));
+}
+
+void TableView::contextMenuEvent(QContextMenuEvent* event) {
+    QMenu menu(this);
+    menu.addActions(actions());
+    const bool keyboard = event->reason() == QContextMenuEvent::Keyboard;
+    menu.exec(keyboard ? viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft())
+                       : event->globalPos());
+}
+
+void TableView::focusInEvent(QFocusEvent* event) {
+    QTableView::focusInEvent(event);
+    if (!currentIndex().isValid() && model()->rowCount() > 0) {
+        setCurrentIndex(model()->index(0, 0));
+    }
+}
+
+// The first and the last cell let Tab go on to the fields before and behind the table.
+bool TableView::focusNextPrevChild(bool next) {
+    const QModelIndex edge =
+        next ? model()->index(model()->rowCount() - 1, model()->columnCount() - 1)
+             : model()->index(0, 0);
+    return currentIndex() == edge || !edge.isValid() ? QAbstractScrollArea::focusNextPrevChild(next)
+                                                     : QTableView::focusNextPrevChild(next);
+}
+
+bool TableView::handle_key(const QKeyEvent& event) {
+    const bool check = currentIndex().flags() & Qt::ItemIsUserCheckable;
+    const bool control = event.modifiers() & Qt::ControlModifier;
+    switch (event.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        move_current(MoveDown);
+        return true;
+    case Qt::Key_Delete:
+    case Qt::Key_Backspace:
+        empty_cells();
+        return true;
+    case Qt::Key_Space:
+        if (check) {
+            toggle(currentIndex());
+        }
+        return check;
+    case Qt::Key_Down:
+        return (event.modifiers() & Qt::AltModifier) &&
+               edit(currentIndex(), AllEditTriggers, nullptr);
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+        return control && QAbstractScrollArea::focusNextPrevChild(event.key() == Qt::Key_Tab);
+    default:
+        return false;
+    }
+}
+
+void TableView::keyPressEvent(QKeyEvent* event) {
+    if (state() == EditingState) {
+        QTableView::keyPressEvent(event);
+    } else if (event->matches(QKeySequence::Copy)) {
+        copy();
+    } else if (event->matches(QKeySequence::Paste)) {
+        paste();
+    } else if (handle_key(*event)) {
+        event->accept();
+    } else {
+        QTableView::keyPressEvent(event);
+    }
+}
+
+} // namespace ui
