@@ -38,6 +38,7 @@ struct Refusal {
     std::string title = desk_title;
     std::string text;
     Icon icon = Icon::warning;
+    std::string field = {}; // of a form, by its control name; empty when it concerns none
 };
 
 } // namespace base
