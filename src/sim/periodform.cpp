@@ -26,6 +26,7 @@ constexpr const char* flow_types[] = {"Steady-State", "Transient"};
 constexpr FieldInfo field_table[] = {
     {"SimulationFlowType", FieldKind::choice, "Simulation Flow Type", flow_types, "", "0"},
     {"SimulationTimeUnit", FieldKind::choice, "Simulation Time Unit", time_unit_names, "", "0"},
+    {"AutoUpdate", FieldKind::check, "Auto Update Period Length"},
 };
 
 enum Column { use, length, steps, frequency, shift, transport_steps, multiplier };
@@ -114,8 +115,17 @@ void TemporalDiscretization::load(const core::Project& project, const core::Mode
 
 std::vector<core::Notice> TemporalDiscretization::changed(std::string_view name) {
     if (name == "SimulationTimeUnit")
-        table_.unit = choice_index(*this, name, PeriodTable::unit_count);
+        change_unit(choice_index(*this, name, PeriodTable::unit_count));
     return {};
+}
+
+void TemporalDiscretization::change_unit(int unit) {
+    const double seconds = seconds_of_unit(table_.unit), new_seconds = seconds_of_unit(unit);
+    if (checked("AutoUpdate") && seconds > 0 && new_seconds > 0)
+        for (Period& period : table_.rows)
+            if (period.active)
+                period.length *= seconds / new_seconds;
+    table_.unit = unit;
 }
 
 std::string TemporalDiscretization::cell(int row, std::string_view column) const {

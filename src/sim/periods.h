@@ -65,7 +65,8 @@ double seconds_of_unit(int unit);     // 0 when undefined
 // TimeSteps, MonitoringFrequency, TemperatureShift, MaxTransportSteps and Multiplier.
 //
 // SimulationFlowType: 0 Steady-State, 1 Transient; the project holds one more as SIMULATION_MODE.
-// SimulationTimeUnit: the unit of the table.
+// SimulationTimeUnit: the unit of the table. AutoUpdate, which is not stored: a change from one
+// unit to another converts the lengths of the active periods, so that they last as long as before.
 class TemporalDiscretization final : public core::TableForm {
 public:
     TemporalDiscretization();
@@ -95,6 +96,8 @@ protected:
     std::vector<core::Notice> changed(std::string_view name) override;
 
 private:
+    void change_unit(int unit);
+
     PeriodTable table_;
 };
 

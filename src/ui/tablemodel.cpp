@@ -158,6 +158,12 @@ QString FormTableModel::caption(int column) const {
 }
 
 QVariant FormTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation == Qt::Horizontal && role == kind_role) {
+        return int(info(section).kind);
+    }
+    if (orientation == Qt::Horizontal && role == choices_role) {
+        return items_of(info(section));
+    }
     if (role != Qt::DisplayRole && role != Qt::EditRole) {
         return {};
     }

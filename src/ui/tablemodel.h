@@ -16,8 +16,8 @@ namespace ui {
 
 // Besides the toolkit's roles. A model without them has cells of free text.
 enum TableRole {
-    kind_role = Qt::UserRole + 1, // of a cell: core::FieldKind as int
-    choices_role,                 // of a cell: the items as QStringList
+    kind_role = Qt::UserRole + 1, // of a cell, and of a column's head: core::FieldKind as int
+    choices_role,                 // the items as QStringList
 };
 
 // A table whose cells may refuse a text. Texts of checks are "1" and "0", those of choices the

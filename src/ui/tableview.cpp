@@ -115,10 +115,12 @@ void TableView::fit_columns() {
     const int digit = fontMetrics().horizontalAdvance('0');
     const int margin = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1);
     for (int column = 0; column < model()->columnCount(); ++column) {
-        const QModelIndex cell = model()->index(0, column);
-        const QVariant kind = cell.data(kind_role);
-        int width = (model()->flags(cell) & Qt::ItemIsEditable ? 12 : 6) * digit;
-        for (const QString& item : cell.data(choices_role).toStringList()) {
+        const auto head = [&](int role) {
+            return model()->headerData(column, Qt::Horizontal, role);
+        };
+        const bool check = head(kind_role).toInt() == int(core::FieldKind::check);
+        int width = (head(kind_role).isValid() && check ? 6 : 12) * digit;
+        for (const QString& item : head(choices_role).toStringList()) {
             width =
                 std::max(width, fontMetrics().horizontalAdvance(item) + 2 * fontMetrics().height());
         }

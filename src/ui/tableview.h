@@ -35,7 +35,7 @@ public:
     // Shows the form anew, after it was changed by other means than its cells.
     void reload();
     // Columns as wide as their heads and a number, a name or the longest item of a list. Looks at
-    // no cell but those of the first row.
+    // no cell.
     void fit_columns();
     // Rows that sizeHint() makes room for, when there are so many.
     void set_shown_rows(int rows);
