@@ -41,17 +41,25 @@ base::Refusal desk_refusal(std::string text) {
     return {base::desk_title, std::move(text), base::Icon::warning};
 }
 
-std::optional<base::Refusal> check_number(std::string_view text, int limit,
-                                          const base::Refusal& too_large) {
-    const std::int32_t number = base::leading_int32(text);
-    if (number <= 0) {
-        return error("Please enter a positive value.");
-    }
-    return number > limit ? std::optional(too_large) : std::nullopt;
+base::Refusal in_field(base::Refusal refusal, const char* field) {
+    refusal.field = field;
+    return refusal;
 }
 
-std::optional<base::Refusal> check_size(std::string_view text, const char* refusal) {
-    return base::leading_single(text) > 0 ? std::nullopt : std::optional(error(refusal));
+std::optional<base::Refusal> check_number(const core::Form& form, const char* field, int limit,
+                                          const base::Refusal& too_large) {
+    const std::int32_t number = base::leading_int32(form.get(field));
+    if (number <= 0) {
+        return in_field(error("Please enter a positive value."), field);
+    }
+    return number > limit ? std::optional(in_field(too_large, field)) : std::nullopt;
+}
+
+std::optional<base::Refusal> check_size(const core::Form& form, const char* field,
+                                        const char* refusal) {
+    return base::leading_single(form.get(field)) > 0
+               ? std::nullopt
+               : std::optional(in_field(error(refusal), field));
 }
 
 void remove_arrays_of_other_size(core::ModelFiles& files, const GridFile& grid) {
@@ -104,29 +112,29 @@ bool Grid_Number::enabled(std::string_view name) const {
 std::optional<base::Refusal> Grid_Number::check() const {
     constexpr int max_layers = std::numeric_limits<std::int16_t>::max();
     const char* const positive = "Please enter a positive value.";
-    if (auto refusal = check_number(get("txtLayers"), max_layers,
+    if (auto refusal = check_number(*this, "txtLayers", max_layers,
                                     error(fmt::format("Valid range is 1 to {}", max_layers)))) {
         return refusal;
     }
-    if (auto refusal = check_number(get("txtColumns"), max_columns,
+    if (auto refusal = check_number(*this, "txtColumns", max_columns,
                                     desk_refusal("The maximumm number of columns is 2000"))) {
         return refusal;
     }
-    if (auto refusal = check_size(get("txtColumnSize"), positive)) {
+    if (auto refusal = check_size(*this, "txtColumnSize", positive)) {
         return refusal;
     }
-    if (auto refusal = check_number(get("txtRows"), max_rows,
+    if (auto refusal = check_number(*this, "txtRows", max_rows,
                                     desk_refusal("The maximumm number of rows is 2000"))) {
         return refusal;
     }
-    if (auto refusal = check_size(get("txtRowSize"), positive)) {
+    if (auto refusal = check_size(*this, "txtRowSize", positive)) {
         return refusal;
     }
     if (defined_ && base::leading_int32(get("GridOrientation")) != orientation_) {
-        return desk_refusal(orientation_is_fixed);
+        return in_field(desk_refusal(orientation_is_fixed), "GridOrientation");
     }
     if (has_arrays_ && !same_numbers()) {
-        return desk_refusal(arrays_exist);
+        return in_field(desk_refusal(arrays_exist), "txtLayers");
     }
     return std::nullopt;
 }
@@ -211,10 +219,10 @@ std::optional<base::Refusal> GridSize::check() const {
         return base::Refusal{"Message", mesh_hint, base::Icon::warning};
     }
     const char* const positive = "Please enter a positive value!";
-    if (auto refusal = check_size(get("txtColumnSize"), positive)) {
+    if (auto refusal = check_size(*this, "txtColumnSize", positive)) {
         return refusal;
     }
-    return check_size(get("txtRowSize"), positive);
+    return check_size(*this, "txtRowSize", positive);
 }
 
 void GridSize::save(core::Project& project, core::ModelFiles& files) {

@@ -120,7 +120,8 @@ std::string SimulationType::KEY() const {
 std::optional<base::Refusal> SimulationType::check() const {
     if (std::ranges::find(pure_transport, KEY()) == std::end(pure_transport))
         return std::nullopt;
-    return base::Refusal{"Message", "Only Transport is not possible"};
+    return base::Refusal{"Message", "Only Transport is not possible", base::Icon::warning,
+                         "TransportCheck"};
 }
 
 void SimulationType::save_flags(core::Project& project) const {

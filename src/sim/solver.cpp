@@ -141,7 +141,8 @@ std::optional<base::Refusal> SolverForm::check() const {
         return std::nullopt;
     for (const Process& process : processes)
         if (base::leading_number(get(process.relaxation)) > base::leading_number(limit_))
-            return base::Refusal{"Over the limit", process.relaxation_refusal + limit_};
+            return base::Refusal{"Over the limit", process.relaxation_refusal + limit_,
+                                 base::Icon::warning, process.relaxation};
     return std::nullopt;
 }
 

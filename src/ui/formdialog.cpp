@@ -5,13 +5,17 @@
 
 #include <QAbstractItemView>
 #include <QAbstractSpinBox>
+#include <QButtonGroup>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QKeySequence>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QShortcut>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace ui {
 
@@ -40,6 +44,14 @@ void collect_controls(const QWidget& parent, std::vector<QWidget*>& controls) {
     }
 }
 
+// Of radio buttons the chosen one.
+bool can_begin(const QWidget* control) {
+    const auto* button = qobject_cast<const QRadioButton*>(control);
+    const QButtonGroup* group = button ? button->group() : nullptr;
+    const bool other_is_chosen = group && group->checkedButton() && !button->isChecked();
+    return control->isEnabled() && !control->isHidden() && !other_is_chosen;
+}
+
 } // namespace
 
 FormDialog::FormDialog(CommandContext& context, core::Form& form, const char* object_name,
@@ -53,9 +65,12 @@ FormDialog::FormDialog(CommandContext& context, core::Form& form, const char* ob
     body_ = new QVBoxLayout(place);
     body_->setContentsMargins({});
     layout->addWidget(place, 1);
+    layout->addSpacing(fontMetrics().height() / 2);
     buttons_ = new QHBoxLayout;
     layout->addLayout(buttons_);
     build_buttons(help_page);
+    // The frame of the window needs room for its own buttons beside the title.
+    setMinimumWidth(fontMetrics().horizontalAdvance(title) + 8 * fontMetrics().height());
 }
 
 void FormDialog::build_buttons(const char* help_page) {
@@ -175,14 +190,13 @@ void FormDialog::order_focus() {
     for (std::size_t i = 1; i < controls.size(); ++i) {
         setTabOrder(controls[i - 1], controls[i]);
     }
-    for (std::size_t i = 0; i < in_body; ++i) {
-        if (controls[i]->isEnabled()) {
-            controls[i]->setFocus(Qt::TabFocusReason);
-            if (auto* edit = qobject_cast<QLineEdit*>(controls[i])) {
-                edit->selectAll();
-            }
-            return;
-        }
+    const auto end = controls.begin() + std::ptrdiff_t(in_body);
+    const auto first = std::find_if(controls.begin(), end, can_begin);
+    if (first != end) {
+        (*first)->setFocus(Qt::TabFocusReason);
+    }
+    if (auto* edit = qobject_cast<QLineEdit*>(focusWidget())) {
+        edit->selectAll();
     }
 }
 

@@ -196,7 +196,9 @@ QLabel* FormView::label(std::string_view name, const QString& text) {
 
 QLabel* FormView::unit(std::string_view name) {
     Bound& bound = bind(name, Look::by_kind);
-    if (!bound.unit && *bound.info->unit != '\0') {
+    // Some captions have it themselves: "Size [m]:".
+    const bool in_caption = std::string_view(bound.info->label).find('[') != std::string_view::npos;
+    if (!bound.unit && !in_caption && *bound.info->unit != '\0') {
         bound.unit = new QLabel(to_qt(bound.info->unit));
     }
     return bound.unit;
@@ -213,7 +215,8 @@ void FormView::add_row(QGridLayout& grid, std::string_view name, Look look) {
     const bool tall = bound.info->kind == FieldKind::choice && look == Look::by_kind;
     grid.addWidget(label(name), row, 0, tall ? Qt::AlignTop : Qt::Alignment());
     grid.addWidget(bound.placed, row, 1);
-    if (QLabel* unit_label = unit(name)) {
+    QLabel* const unit_label = unit(name);
+    if (unit_label) {
         grid.addWidget(unit_label, row, 2);
     }
 }
@@ -229,11 +232,17 @@ QGridLayout* FormView::grid_of(QGroupBox* frame) {
     return qobject_cast<QGridLayout*>(frame->layout());
 }
 
+void FormView::set_accessible_name(std::string_view name, const QString& text) {
+    bind(name, Look::by_kind).control->setAccessibleName(text);
+}
+
 void FormView::set_hint(std::string_view name, const QString& text) {
     Bound& bound = bind(name, Look::by_kind);
     bound.placed->setToolTip(text);
     bound.control->setAccessibleDescription(text);
-    label(name)->setToolTip(text);
+    if (bound.label) {
+        bound.label->setToolTip(text);
+    }
 }
 
 void FormView::write(Bound& bound) {

@@ -56,6 +56,8 @@ public:
     static QGroupBox* frame(const QString& caption);
     static QGridLayout* grid_of(QGroupBox* frame);
 
+    // The name that a screen reader speaks, for fields whose caption is the head of a column.
+    void set_accessible_name(std::string_view name, const QString& text);
     // Tooltip and description of a field.
     void set_hint(std::string_view name, const QString& text);
 

@@ -1,4 +1,5 @@
 #include "ui/commandtables.h"
+#include "ui/dialogs/settingsdialogs.h"
 #include "ui/dialogs/tabledialogs.h"
 
 namespace ui {
@@ -7,14 +8,26 @@ namespace {
 
 constexpr CommandRow rows[] = {
     {"grid_layer_type", edit_layers},
+    {"mnuTypeSettings", edit_simulation_type},
+    {"mnuTypeCoupling", edit_coupling},
+    {"mnuTypeInfo", edit_type_info},
     {"parameters_time", edit_periods},
-    {"mnuPermPorGS", edit_flow_properties},
-    {"mnuHeatMatrix", edit_heat_properties},
-    {"mnuTransportTracer", edit_tracers},
-    {"mnuTransportReinjectionConc", edit_injected_concentrations},
-    {"mnuTransportR", switch_reinjection},
+    {"mnuOuterIteration", edit_outer_iteration},
+    {"mnuBiCGStab", edit_BiCGStab},
+    {"mnuTimeExplicitImplicit", edit_NAG},
+    {"mnuTimePLU", edit_PLU},
     {"estimation_observations", edit_monitoring},
     {"Value_Boreholes", edit_monitoring},
+    {"mnuFluidFlowRefDens", edit_reference_density},
+    {"mnuPermPorGS", edit_flow_properties},
+    {"mnuHeatMatrix", edit_heat_properties},
+    {"mnuHeatHPF", edit_fluid_heat_production},
+    {"mnuTransportTracer", edit_tracers},
+    {"mnuInitTracerIndividual", edit_tracer_source},
+    {"mnuTransportMatrix", edit_dispersion},
+    {"mnuTransportBox", edit_continua},
+    {"mnuTransportReinjectionConc", edit_injected_concentrations},
+    {"mnuTransportR", switch_reinjection},
 };
 
 } // namespace
