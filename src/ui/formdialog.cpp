@@ -12,6 +12,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
+#include <QScrollArea>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -44,6 +46,32 @@ void collect_controls(const QWidget& parent, std::vector<QWidget*>& controls) {
     }
 }
 
+// As large as what is in it, with scroll bars where the screen is smaller than that.
+class BodyArea : public QScrollArea {
+public:
+    BodyArea() {
+        setWidget(new QWidget);
+        setWidgetResizable(true);
+        setFrameShape(QFrame::NoFrame);
+        setSizeAdjustPolicy(AdjustToContents);
+        setFocusPolicy(Qt::NoFocus);
+        viewport()->setAutoFillBackground(false);
+        widget()->setAutoFillBackground(false);
+    }
+
+    QSize sizeHint() const override { return widget()->sizeHint().boundedTo(largest()); }
+    QSize minimumSizeHint() const override {
+        return widget()->minimumSizeHint().boundedTo(largest());
+    }
+
+private:
+    // Leaves room for the buttons and the frame of the window.
+    QSize largest() const {
+        const QSize space = screen()->availableSize();
+        return {space.width() * 9 / 10, space.height() * 3 / 4};
+    }
+};
+
 // Of radio buttons the chosen one.
 bool can_begin(const QWidget* control) {
     const auto* button = qobject_cast<const QRadioButton*>(control);
@@ -61,8 +89,8 @@ FormDialog::FormDialog(CommandContext& context, core::Form& form, const char* ob
     setObjectName(object_name);
     setWindowTitle(title);
     auto* layout = new QVBoxLayout(this);
-    auto* place = new QWidget;
-    body_ = new QVBoxLayout(place);
+    auto* place = new BodyArea;
+    body_ = new QVBoxLayout(place->widget());
     body_->setContentsMargins({});
     layout->addWidget(place, 1);
     layout->addSpacing(fontMetrics().height() / 2);
@@ -70,7 +98,8 @@ FormDialog::FormDialog(CommandContext& context, core::Form& form, const char* ob
     layout->addLayout(buttons_);
     build_buttons(help_page);
     // The frame of the window needs room for its own buttons beside the title.
-    setMinimumWidth(fontMetrics().horizontalAdvance(title) + 8 * fontMetrics().height());
+    const int height = fontMetrics().height();
+    layout->addItem(new QSpacerItem(fontMetrics().horizontalAdvance(title) + 8 * height, 0));
 }
 
 void FormDialog::build_buttons(const char* help_page) {
