@@ -1,0 +1,127 @@
+#include "ui/statuspanes.h"
+
+#include <QLabel>
+#include <QPainter>
+#include <QProgressBar>
+#include <QStyleOption>
+
+#include <algorithm>
+
+namespace ui {
+
+namespace {
+
+// A label that never asks for more room than its widest usual text.
+class PaneLabel : public QLabel {
+public:
+    explicit PaneLabel(const QString& usual, QWidget* parent) : QLabel(parent), usual_(usual) {
+        setTextFormat(Qt::PlainText);
+        setFrameStyle(QFrame::NoFrame);
+    }
+
+    QSize sizeHint() const override {
+        return {fontMetrics().horizontalAdvance(usual_ + "0"), QLabel::sizeHint().height()};
+    }
+    QSize minimumSizeHint() const override {
+        return {fontMetrics().averageCharWidth() * 3, QLabel::minimumSizeHint().height()};
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        const QRect area = contentsRect();
+        const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, area.width());
+        painter.setPen(palette().color(foregroundRole()));
+        painter.drawText(area, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, shown);
+    }
+
+    void resizeEvent(QResizeEvent* event) override {
+        QLabel::resizeEvent(event);
+        show_rest();
+    }
+
+public:
+    void show_rest() {
+        const bool cut = fontMetrics().horizontalAdvance(text()) > contentsRect().width();
+        setToolTip(cut ? text() : QString());
+    }
+
+private:
+    QString usual_;
+};
+
+struct PaneKind {
+    const char* usual; // text that has to fit
+    int stretch;
+    const char* says; // for those who cannot see it
+};
+
+constexpr PaneKind kinds[] = {
+    {"0000,0000", 0, "Column and row"},
+    {"-1.234567E+05, -1.234567E+05", 0, "Position of the pointer"},
+    {"Initial Temperature Field; Time independent", 5, "Open item"},
+    {"Checking source file, please wait ...", 5, "Progress"},
+    {"+0.000E+00  +0.000E+00", 0, "Value of the cell"},
+};
+
+} // namespace
+
+StatusPanes::StatusPanes(QWidget* parent) : QStatusBar(parent) {
+    int number = 0;
+    for (const PaneKind& kind : kinds) {
+        auto* label = new PaneLabel(kind.usual, this);
+        label->setObjectName(QString("pane%1").arg(number + 1));
+        label->setAccessibleName(kind.says);
+        texts_.at(std::size_t(number++)) = label;
+        addWidget(label, kind.stretch);
+    }
+    meter_ = new QProgressBar(this);
+    meter_->setObjectName("pane6");
+    meter_->setAccessibleName("Progress in percent");
+    meter_->setRange(0, 100);
+    meter_->setMaximumWidth(fontMetrics().averageCharWidth() * 20);
+    meter_->hide();
+    addPermanentWidget(meter_);
+    meter_->hide();
+}
+
+void StatusPanes::set(int pane, const QString& text) {
+    auto* label = static_cast<PaneLabel*>(texts_.at(std::size_t(pane - 1)));
+    if (label->text() != text) {
+        label->setText(text);
+        label->show_rest();
+    }
+}
+
+void StatusPanes::set_cell(const QString& text) {
+    set(1, text);
+}
+
+void StatusPanes::set_pointer(const QString& text) {
+    set(2, text);
+}
+
+void StatusPanes::set_caption(const QString& text) {
+    set(3, text);
+}
+
+void StatusPanes::set_progress(const QString& text) {
+    progress_ = text;
+    set(4, tip_.isEmpty() ? progress_ : tip_);
+}
+
+void StatusPanes::set_tip(const QString& text) {
+    tip_ = text;
+    set(4, tip_.isEmpty() ? progress_ : tip_);
+}
+
+void StatusPanes::set_values(const QString& text) {
+    set(5, text);
+}
+
+void StatusPanes::set_meter(int percent) {
+    meter_->setVisible(percent >= 0);
+    meter_->setValue(std::clamp(percent, 0, 100));
+}
+
+} // namespace ui
