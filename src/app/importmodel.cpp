@@ -78,7 +78,7 @@ bool may_overwrite(const std::optional<bool>& answer, base::Interaction& user) {
     }
     return user.ask("Overwrite project?",
                     "The project already exists. Do you want to overwrite all project files?",
-                    base::Buttons::yes_no) == base::Answer::yes;
+                    base::Buttons::yes_no_risky) == base::Answer::yes;
 }
 
 void tell_the_end(bool complete, base::Interaction& user) {

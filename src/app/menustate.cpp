@@ -81,6 +81,9 @@ constexpr const char* model_menus[] = {"menu_grid",       "mnuType",     "mnuTim
                                        "menu_parameters", "mnuHeat",     "mnuTransport",
                                        "mnuChemistry",    "menu_models", "menu_tools"};
 constexpr const char* editor_menus[] = {"menu_value", "menu_options"};
+// Of the File menu.
+constexpr const char* editor_file_items[] = {"file_save_plot_as", "file_print_plot",
+                                             "File_Leave_Editor", "file_exit"};
 
 class MenuTree {
 public:
@@ -228,6 +231,11 @@ void set_editor(MenuTree& menu, bool open) {
         menu[name].visible = !open;
     }
     menu["File_Leave_Editor"].enabled = open;
+    for (const MenuEntry& entry : menu_table()) {
+        if (open && entry.kind != MenuKind::menu && !works_in_editor(entry.name)) {
+            menu[entry.name].enabled = false;
+        }
+    }
 }
 
 void set_recent(MenuTree& menu, const RecentFiles* recent) {
@@ -243,6 +251,19 @@ void set_recent(MenuTree& menu, const RecentFiles* recent) {
 }
 
 } // namespace
+
+bool works_in_editor(std::string_view command) {
+    std::string_view of_menu;
+    for (const MenuEntry& entry : menu_table()) {
+        of_menu = entry.depth == 0 ? entry.name : of_menu;
+        if (entry.name == command) {
+            break;
+        }
+    }
+    const auto is_command = [&](const char* name) { return command == name; };
+    return of_menu == "menu_value" || of_menu == "menu_options" || of_menu == "menu_help" ||
+           std::any_of(std::begin(editor_file_items), std::end(editor_file_items), is_command);
+}
 
 std::vector<MenuItemState> Menu_Refresh(const core::Project& project, bool editor_open,
                                         const RecentFiles* recent) {

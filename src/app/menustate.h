@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace core {
@@ -25,6 +26,9 @@ struct MenuItemState {
 // place of the model's. Without a recent list the items of recent models are hidden.
 std::vector<MenuItemState> Menu_Refresh(const core::Project& project, bool editor_open,
                                         const RecentFiles* recent = nullptr);
+
+// True for a command that can be given while the editor is open; all others wait until it is left.
+bool works_in_editor(std::string_view command);
 
 // The tree while no model is open: File and Help only, and of File what needs no model.
 std::vector<MenuItemState> Menu_without_model(const RecentFiles* recent = nullptr);

@@ -76,7 +76,7 @@ Loaded new_model(const fs::path& path, base::Interaction& user, const fs::path& 
     if (project_exists(workspace.files)) {
         if (user.ask("Overwrite project?",
                      "The project already exists. Do you want to overwrite all project files?",
-                     base::Buttons::yes_no) != base::Answer::yes) {
+                     base::Buttons::yes_no_risky) != base::Answer::yes) {
             return {};
         }
         Delete_Model_Files(workspace.files);

@@ -108,25 +108,24 @@ std::vector<std::string> copy_files(const core::ModelFiles& source, core::ModelF
     return names;
 }
 
-std::optional<base::Refusal> target_refusal(const core::ModelFiles& source,
-                                            const fs::path& target) {
+} // namespace
+
+std::optional<base::Refusal> save_as_refusal(const Workspace& source, const fs::path& target) {
     if (auto refusal = new_name_refusal(target, "Save Model As")) {
         return refusal;
     }
     const core::ModelFiles named(target, core::Access::read);
-    if (base::same_ignoring_case(named.base_name(), source.base_name()) &&
-        is_same_folder(named.folder(), source.folder())) {
+    if (base::same_ignoring_case(named.base_name(), source.files.base_name()) &&
+        is_same_folder(named.folder(), source.files.folder())) {
         return base::Refusal{base::desk_title,
                              "Please choose a new project title or seperate folder."};
     }
     return std::nullopt;
 }
 
-} // namespace
-
 SavedAs save_model_as(const Workspace& source, const fs::path& target, base::Interaction& user,
                       const fs::path& user_folder) {
-    if (auto refusal = target_refusal(source.files, target)) {
+    if (auto refusal = save_as_refusal(source, target)) {
         return {{std::nullopt, std::move(refusal)}, {}};
     }
     if (auto refusal = companions_refusal(source, source.Model_Path())) {
@@ -135,7 +134,7 @@ SavedAs save_model_as(const Workspace& source, const fs::path& target, base::Int
     core::ModelFiles files(target, core::Access::write);
     if (base::find_ignoring_case(files.folder(), base::file_name(files.project())) &&
         user.ask("Save As", "The Filename already exist. Do you want to overwrite the file?",
-                 base::Buttons::yes_no) != base::Answer::yes) {
+                 base::Buttons::yes_no_risky) != base::Answer::yes) {
         return {};
     }
     std::vector<std::string> copied = copy_files(source.files, files);

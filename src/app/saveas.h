@@ -10,6 +10,10 @@
 
 namespace app {
 
+// Why the model cannot be saved as `target`: not a name of a project, or its own.
+std::optional<base::Refusal> save_as_refusal(const Workspace& source,
+                                             const std::filesystem::path& target);
+
 struct SavedAs {
     Loaded opened;                   // the new model
     std::vector<std::string> copied; // names of the new files, sorted; without folder

@@ -10,9 +10,11 @@
 
 namespace base {
 
-enum class Buttons { ok_cancel, yes_no, yes_no_cancel };
+// yes_no_risky: Yes destroys what is there, so that Enter alone means No. All others offer their
+// first answer.
+enum class Buttons { ok_cancel, yes_no, yes_no_risky, yes_no_cancel };
 enum class Answer { ok, yes, no, cancel };
-enum class FileChoice { open, save };
+enum class FileChoice { open, save, folder };
 
 // What to do after a failure: repeat the step, go on behind it, leave the command, end the program.
 enum class Reaction { retry, next, leave, end };

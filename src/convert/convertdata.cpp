@@ -65,7 +65,7 @@ bool Write_ASCII(const fs::path& source, const fs::path& target, base::Interacti
     if (base::is_file(target) &&
         user.ask("Overwrite file?",
                  "The Filename already exist. Do you want to overwrite the file?",
-                 base::Buttons::yes_no) != base::Answer::yes) {
+                 base::Buttons::yes_no_risky) != base::Answer::yes) {
         return false;
     }
     base::NumberReader numbers(std::string_view(bytes).substr(mark.size()), source);

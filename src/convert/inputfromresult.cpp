@@ -138,7 +138,7 @@ Converted Convert_Click(const std::filesystem::path& result, const ChosenFields&
         return Converted::refused;
     }
     if (user.ask("Overwrite file?", "WARNING!!! - Current input will be overwritten!",
-                 base::Buttons::yes_no) != base::Answer::yes) {
+                 base::Buttons::yes_no_risky) != base::Answer::yes) {
         return Converted::refused;
     }
     conversion.convert(chosen);

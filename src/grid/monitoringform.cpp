@@ -97,7 +97,7 @@ base::Refusal foreign_file(const char* title, const std::filesystem::path& file,
 }
 
 bool confirmed(base::Interaction& user, const char* question) {
-    return user.ask(base::desk_title, question, base::Buttons::yes_no) == base::Answer::yes;
+    return user.ask(base::desk_title, question, base::Buttons::yes_no_risky) == base::Answer::yes;
 }
 
 } // namespace

@@ -11,6 +11,9 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <optional>
 #include <system_error>
 
 namespace grid {
@@ -51,6 +54,16 @@ void restore_arrays(core::ModelFiles& files, const std::vector<int>& numbers) {
             files.move_file(backup, files.name_of(core::file_ext(number)));
         }
     }
+}
+
+bool same_bytes(const fs::path& a, const std::optional<fs::path>& b) {
+    std::error_code failed;
+    if (!b || fs::file_size(a, failed) != fs::file_size(*b, failed) || failed) {
+        return false;
+    }
+    std::ifstream first(a, std::ios::binary), second(*b, std::ios::binary);
+    return std::equal(std::istreambuf_iterator<char>(first), {},
+                      std::istreambuf_iterator<char>(second), {});
 }
 
 // Parameters with a copy in the folder, the one written last at the end.
@@ -136,6 +149,23 @@ void remove_scratch_files(const EditRequest& request, core::ModelFiles& files) {
 
 bool has_cut_off_session(const core::ModelFiles& files) {
     return !backed_up_numbers(files).empty();
+}
+
+bool cut_off_session_differs(const core::ModelFiles& files) {
+    const std::vector<int> numbers = backed_up_numbers(files);
+    const auto differs = [&](std::string_view scratch, std::string_view extension) {
+        const fs::path copy = scratch_path(files, scratch);
+        return files.has_file(copy) && !same_bytes(copy, files.find(extension));
+    };
+    const auto array_differs = [&](int number) {
+        return differs(backup_extension(number), core::file_ext(number));
+    };
+    const bool zones = !numbers.empty() &&
+                       numbers.back() + core::zone_offset <= core::parameter_count &&
+                       differs(zone_scratch, core::file_ext(numbers.back() + core::zone_offset));
+    const bool points = numbers == std::vector{digitizer} && differs(point_scratch, digitized);
+    return zones || points || differs(polygon_scratch, polygons) ||
+           std::ranges::any_of(numbers, array_differs);
 }
 
 bool end_cut_off_session(const core::Project& project, core::ModelFiles& files, Recovery recovery) {

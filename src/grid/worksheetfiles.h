@@ -52,6 +52,8 @@ void remove_scratch_files(const EditRequest& request, core::ModelFiles& files);
 
 // True when a session on this model was cut off: copies of its arrays lie in the folder.
 bool has_cut_off_session(const core::ModelFiles& files);
+// True when such a session has changed anything: recovering and restoring give different models.
+bool cut_off_session_differs(const core::ModelFiles& files);
 enum class Recovery { recover, restore };
 // Ends a session that was cut off, if there is one: keeps the arrays as it left them and takes its
 // zones over, or puts back what was before it. Removes its scratch files; false when there are

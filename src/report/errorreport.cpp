@@ -131,7 +131,7 @@ std::string report_text(const ProgInfo& program, const Fault& fault, std::string
 Saved save_report(const fs::path& file, std::string_view text, base::Interaction& user) {
     if (base::is_file(file) &&
         user.ask(base::desk_title, fmt::format("File exist '{}' overwrite ?", file.string()),
-                 base::Buttons::yes_no) != base::Answer::yes) {
+                 base::Buttons::yes_no_risky) != base::Answer::yes) {
         return Saved::declined;
     }
     try {

@@ -158,7 +158,7 @@ std::optional<base::Refusal> RockPropertyTable::load_block(std::string_view byte
 bool RockPropertyTable::clear(base::Interaction& user) {
     const base::Answer answer =
         user.ask(base::desk_title, "This will clear the Table of Properties. Continue?",
-                 base::Buttons::yes_no);
+                 base::Buttons::yes_no_risky);
     if (answer != base::Answer::yes)
         return false;
     for (int row = 1; row <= rows(); ++row)
@@ -219,7 +219,7 @@ bool PermPor::ask(base::Interaction& user) const {
     return user.ask(array_title,
                     cell_by_cell_ + " values are already defined in the cell-by-cell mode. When "
                                     "you go on these values will be overwriten. Continue?",
-                    base::Buttons::yes_no) == base::Answer::yes;
+                    base::Buttons::yes_no_risky) == base::Answer::yes;
 }
 
 bool PermPor::has_own_compressibility() const {

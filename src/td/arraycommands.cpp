@@ -229,7 +229,8 @@ int array_copy_period(Context& context) {
         const std::string question =
             fmt::format("Data for the stress period {} already exists. Overwrite?", to);
         if (store.has_period(number, to) &&
-            context.user.ask("Copy Data", question, base::Buttons::yes_no) != base::Answer::yes) {
+            context.user.ask("Copy Data", question, base::Buttons::yes_no_risky) !=
+                base::Answer::yes) {
             return int{refused};
         }
         store.copy_period(number, from, to, core::parameter_default(number));

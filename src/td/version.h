@@ -1,7 +1,9 @@
 #pragma once
 
+#include "base/version.h"
+
 namespace td {
 
-inline constexpr const char* version = "0.1.0";
+using base::version;
 
 } // namespace td

@@ -95,7 +95,7 @@ int zones_delete(Context& context) {
                 return int{done};
             }
             const auto answer = context.user.ask(grid::zones_title, grid::delete_all_question,
-                                                 base::Buttons::yes_no);
+                                                 base::Buttons::yes_no_risky);
             return int{answer == base::Answer::yes ? done : refused};
         },
         [&](grid::Worksheet& worksheet) {

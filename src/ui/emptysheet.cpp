@@ -70,8 +70,9 @@ void EmptySheet::show_recent(const app::RecentFiles& recent) {
         button->setAccessibleDescription(path);
         button->setObjectName(QString("start_RecentUsed(%1)").arg(number));
         const std::string name = "RecentUsed(" + std::to_string(number) + ")";
-        connect(button, &QPushButton::clicked, this, [this, name] { window_.run_command(name); },
-                Qt::QueuedConnection); // the list is built anew by the command
+        connect(
+            button, &QPushButton::clicked, this, [this, name] { window_.run_command(name); },
+            Qt::QueuedConnection); // the list is built anew by the command
         rows->addWidget(button);
     }
     recent_->setVisible(rows->count() > 1);

@@ -54,6 +54,20 @@ QIcon tool_icon(const char* key) {
     return QIcon(new InkEngine(file.readAll()));
 }
 
+QPixmap title_picture(int width, double ratio) {
+    load_resources();
+    QSvgRenderer svg(QString(":/resources/title.svg"));
+    QSize size = svg.defaultSize();
+    size.scale(int(width * ratio), int(width * ratio), Qt::KeepAspectRatio);
+    QPixmap pixmap(size);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    svg.render(&painter);
+    painter.end();
+    pixmap.setDevicePixelRatio(ratio);
+    return pixmap;
+}
+
 QIcon program_icon() {
     load_resources();
     return QIcon(":/resources/tervexdesk.svg");

@@ -1,6 +1,7 @@
 #include "ui/toolbar.h"
 
 #include "ui/icons.h"
+#include "ui/text.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -106,8 +107,7 @@ void ToolBar::add_actions() {
                 group = new QActionGroup(this);
                 group->setObjectName(tool.group);
                 if (QString(tool.group) == "placing") {
-                    group->setExclusionPolicy(
-                        QActionGroup::ExclusionPolicy::ExclusiveOptional);
+                    group->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
                 }
             }
             group->addAction(action);
@@ -140,7 +140,8 @@ void ToolBar::add_fields() {
     layer_->setKeyboardTracking(false);
     layer_label_->setBuddy(layer_);
     const int gap = fontMetrics().averageCharWidth();
-    for (QWidget* label : {static_cast<QWidget*>(period_label), static_cast<QWidget*>(layer_label_)}) {
+    for (QWidget* label :
+         {static_cast<QWidget*>(period_label), static_cast<QWidget*>(layer_label_)}) {
         label->setContentsMargins(gap, 0, gap / 2, 0);
     }
     addWidget(layer_label_);
@@ -166,6 +167,14 @@ void ToolBar::set_stage(ToolStage stage) {
             action->setChecked(false);
         }
     }
+}
+
+void ToolBar::show_step(const char* key, const std::optional<std::string>& step) {
+    QAction* action = this->action(key);
+    action->setEnabled(step.has_value());
+    const QString tip = step ? QString("%1 %2").arg(action->text(), to_qt(*step)) : action->text();
+    action->setToolTip(
+        QString("%1 (%2)").arg(tip, action->shortcut().toString(QKeySequence::NativeText)));
 }
 
 void ToolBar::set_layer_label(const QString& text) {

@@ -1,8 +1,11 @@
-// The toolbar: one action a key, layer and period at its right end. What the actions do is connected
-// by those who own it; the toolbar only shows which of them have an effect now.
+// The toolbar: one action a key, layer and period at its right end. What the actions do is
+// connected by those who own it; the toolbar only shows which of them have an effect now.
 #pragma once
 
 #include <QToolBar>
+
+#include <optional>
+#include <string>
 
 class QAction;
 class QComboBox;
@@ -27,7 +30,10 @@ public:
     // Greys the actions that have no effect, releases their toggles.
     void set_stage(ToolStage stage);
 
-    QSpinBox& layer_spin() const { return *layer_; }  // Layer_Spin
+    // Key "undo" or "redo": what it would go over, nothing when there is no such step.
+    void show_step(const char* key, const std::optional<std::string>& step);
+
+    QSpinBox& layer_spin() const { return *layer_; }   // Layer_Spin
     QComboBox& period_box() const { return *period_; } // Period_Box
     // "Layer:" or "Cross Section:"
     void set_layer_label(const QString& text);

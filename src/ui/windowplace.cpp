@@ -25,7 +25,7 @@ std::optional<int> pixels(const app::SettingsFile& file, const char* key) {
     if (!text || text->empty()) {
         return std::nullopt;
     }
-    const double value = base::Val(*text) / twips_per_pixel;
+    const double value = base::leading_number(*text) / twips_per_pixel;
     if (!(std::abs(value) < 1e6)) {
         return std::nullopt;
     }
@@ -45,7 +45,7 @@ std::optional<WindowPlace> stored_place(const std::filesystem::path& settings) {
         return std::nullopt;
     }
     const bool maximised =
-        base::Val(file.get(section, "WindowState").value_or("0")) == maximised_state;
+        base::leading_number(file.get(section, "WindowState").value_or("0")) == maximised_state;
     return WindowPlace{QRect(*left, *top, *width, *height), maximised};
 }
 

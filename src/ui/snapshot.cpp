@@ -1,0 +1,140 @@
+#include "ui/snapshot.h"
+
+#include "ui/commandtables.h"
+#include "ui/desk.h"
+#include "ui/editor.h"
+#include "ui/mainwindow.h"
+#include "ui/text.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+
+namespace ui {
+
+namespace {
+
+constexpr int settle_ms = 120; // until a window has its final layout
+
+void settle() {
+    QElapsedTimer time;
+    time.start();
+    while (time.elapsed() < settle_ms) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, settle_ms);
+    }
+}
+
+// Watches for modal windows while a command runs: answers questions, and takes the picture of the
+// first dialog when it is asked for one.
+class Watcher {
+public:
+    explicit Watcher(MainWindow& window) : window_(window) {
+        QObject::connect(&timer_, &QTimer::timeout, [this] { look(); });
+        timer_.start(settle_ms);
+    }
+
+    void run(const std::string& command, bool takes_picture) {
+        takes_picture_ = takes_picture;
+        window_.run_command(command);
+        settle();
+    }
+
+    void leave_editor() {
+        answer_ = QMessageBox::No;
+        takes_picture_ = false;
+        if (window_.desk().editor_open()) {
+            window_.editor().leave();
+        }
+    }
+
+    const QPixmap& picture() const { return picture_; }
+    const std::string& refusal() const { return refusal_; }
+
+private:
+    void look() {
+        QWidget* const modal = QApplication::activeModalWidget();
+        if (auto* box = qobject_cast<QMessageBox*>(modal)) {
+            press(*box);
+        } else if (auto* dialog = qobject_cast<QDialog*>(modal)) {
+            if (takes_picture_ && picture_.isNull()) {
+                picture_ = dialog->grab();
+            }
+            dialog->reject();
+        } else if (modal) {
+            modal->close();
+        }
+    }
+
+    void press(QMessageBox& box) {
+        QAbstractButton* button = box.button(answer_);
+        if (!button) {
+            button = box.defaultButton();
+        }
+        const bool is_message = box.buttons().size() == 1;
+        if (is_message && refusal_.empty()) {
+            refusal_ = from_qt(box.text());
+        }
+        button ? button->click() : box.reject();
+    }
+
+    MainWindow& window_;
+    QTimer timer_;
+    QMessageBox::StandardButton answer_ = QMessageBox::Yes;
+    bool takes_picture_ = false;
+    QPixmap picture_;
+    std::string refusal_;
+};
+
+// A window that the command has opened beside the main window.
+QWidget* other_window(const MainWindow& window) {
+    for (QWidget* candidate : QApplication::topLevelWidgets()) {
+        if (candidate != &window && candidate->isVisible() &&
+            candidate->windowType() == Qt::Window) {
+            return candidate;
+        }
+    }
+    return nullptr;
+}
+
+QPixmap picture_behind(MainWindow& window, bool was_open) {
+    if (QWidget* other = other_window(window)) {
+        return other->grab();
+    }
+    return window.desk().editor_open() || was_open ? window.grab() : QPixmap();
+}
+
+} // namespace
+
+std::string take_snapshot(MainWindow& window, const std::string& name,
+                          const std::filesystem::path& out) {
+    settle();
+    QPixmap picture;
+    Watcher watcher(window);
+    if (name == "main") {
+        picture = window.grab();
+    } else {
+        const QStringList commands = to_qt(name).split('+', Qt::SkipEmptyParts);
+        bool was_open = false;
+        for (const QString& command : commands) {
+            if (!find_command(from_qt(command))) {
+                return "there is no dialog of " + from_qt(command);
+            }
+            was_open = window.desk().editor_open();
+            watcher.run(from_qt(command), &command == &commands.back());
+        }
+        picture = watcher.picture();
+        if (picture.isNull() && watcher.refusal().empty()) {
+            picture = picture_behind(window, was_open);
+        }
+    }
+    watcher.leave_editor();
+    if (picture.isNull()) {
+        return watcher.refusal().empty() ? "there is no dialog of " + name : watcher.refusal();
+    }
+    return picture.save(to_qt(out), "PNG") ? std::string() : out.string() + " cannot be written";
+}
+
+} // namespace ui
