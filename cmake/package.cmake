@@ -10,7 +10,8 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "models of groundwater, heat and transport
 set(CPACK_PACKAGE_DESCRIPTION
 "Makes, fills and checks models of the finite-difference simulator tervex
 and writes its keyword input: grid, layers, property zones, boundaries,
-wells, rock, tracers, periods and solver, in maps and in cross-sections.")
+wells, rock, tracers, periods and solver, in maps and in cross-sections,
+in a window (tervexdesk) or from a shell (td).")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_PACKAGE_DIRECTORY ${CMAKE_SOURCE_DIR}/dist)
 set(CPACK_STRIP_FILES ON)

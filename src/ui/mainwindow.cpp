@@ -231,7 +231,11 @@ void MainWindow::refresh() {
     setWindowTitle(to_qt(desk_.model() ? desk_.model()->window_title() : base::desk_title));
     show_menus();
     show_tools();
-    sheets_->setCurrentIndex(desk_.model() ? 1 : 0);
+    QWidget* const sheet = desk_.model() ? static_cast<QWidget*>(view_) : empty_;
+    if (sheets_->currentWidget() != sheet) {
+        sheets_->setCurrentWidget(sheet);
+        sheet->setFocus();
+    }
 }
 
 void MainWindow::run_command(std::string_view name) {
@@ -264,8 +268,14 @@ void MainWindow::show_help(const QString& page) {
                              "The manual was not found beside the program.");
         return;
     }
+    // A window beside a modal dialog gets no input, one that belongs to it does.
+    QWidget* const modal = QApplication::activeModalWidget();
+    QWidget* const owner = modal ? modal : this;
+    if (manual_ && manual_->parentWidget() != owner) {
+        delete manual_;
+    }
     if (!manual_) {
-        manual_ = new ManualWindow(to_qt(*folder), this);
+        manual_ = new ManualWindow(to_qt(*folder), owner);
         manual_->setAttribute(Qt::WA_DeleteOnClose);
     }
     manual_->show_page(page);

@@ -96,6 +96,10 @@ TEST_F(MainWindowTest, a_tool_that_is_missing_is_grey_and_says_so) {
 
 TEST_F(MainWindowTest, ticks_follow_the_model_and_not_the_click) {
     make_model(3, 2);
+    change([](app::Workspace& model) {
+        model.project.flags.set(1, 2, 2);
+        model.project.flags.set(1, 3, 2);
+    });
     EXPECT_TRUE(item("grid_mesh_size").isChecked());
     EXPECT_FALSE(item("mnuTypeSettings").isCheckable());
     // What a click does before the command runs.
