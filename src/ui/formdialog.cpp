@@ -15,6 +15,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QShortcut>
+#include <QStyle>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -59,16 +60,18 @@ public:
         widget()->setAutoFillBackground(false);
     }
 
-    QSize sizeHint() const override { return widget()->sizeHint().boundedTo(largest()); }
-    QSize minimumSizeHint() const override {
-        return widget()->minimumSizeHint().boundedTo(largest());
-    }
+    QSize sizeHint() const override { return fitted(widget()->sizeHint()); }
+    QSize minimumSizeHint() const override { return fitted(widget()->minimumSizeHint()); }
 
 private:
-    // Leaves room for the buttons and the frame of the window.
-    QSize largest() const {
+    QSize fitted(QSize content) const {
+        // The buttons and the frame of the window need room, too.
         const QSize space = screen()->availableSize();
-        return {space.width() * 9 / 10, space.height() * 3 / 4};
+        const QSize largest(space.width() * 19 / 20, space.height() * 3 / 4);
+        const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+        const QSize bars(content.height() > largest.height() ? bar : 0,
+                         content.width() > largest.width() ? bar : 0);
+        return (content + bars).boundedTo(largest);
     }
 };
 

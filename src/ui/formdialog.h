@@ -23,7 +23,7 @@ class FormDialog : public QDialog {
     Q_OBJECT
 
 public:
-    // `form` outlives the dialog; `help_page` is a page of the manual, such as "heat.md".
+    // `form` outlives the dialog; `help_page` is a page of the manual, such as "settings.md".
     FormDialog(CommandContext& context, core::Form& form, const char* object_name,
                const QString& title, const char* help_page);
 

@@ -155,7 +155,6 @@ void FormView::make_slider(Bound& bound) {
     auto* slider = new QSlider(Qt::Horizontal);
     slider->setRange(0, sim::slider_end);
     slider->setPageStep(1);
-    slider->setTickPosition(QSlider::TicksBelow);
     slider->setMinimumWidth(width_of(*slider, number_width));
     auto* value = new QLabel;
     value->setMinimumWidth(width_of(*value, 1));

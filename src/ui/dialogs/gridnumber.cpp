@@ -42,13 +42,16 @@ void add_pair(FormView& view, QGridLayout& grid, int row, const char* number, co
 class GridNumberDialog : public FormDialog {
 public:
     GridNumberDialog(CommandContext& context, grid::Grid_Number& form, bool new_model)
-        : FormDialog(context, form, "Grid_Number", tr("Model Dimension"), "grid.md"), form_(form) {
+        : FormDialog(context, form, "Grid_Number", tr("Model Dimension"), "settings.md"),
+          form_(form) {
         if (new_model) {
             add_orientation();
         }
         QGridLayout* layers = add_frame({});
         layers_ = qobject_cast<QGroupBox*>(layers->parentWidget());
         view().add_row(*layers, "txtLayers");
+        layers->setColumnStretch(1, 1);
+        layers->setColumnStretch(2, 2);
         QGridLayout* cells = add_frame(tr("Columns and Rows"));
         add_pair(view(), *cells, 0, "txtColumns", "txtColumnSize");
         add_pair(view(), *cells, 1, "txtRows", "txtRowSize");

@@ -27,7 +27,7 @@ void edit_reference_density(CommandContext& context) {
 
 void edit_fluid_heat_production(CommandContext& context) {
     sim::HeatConstantForm form(sim::HeatConstant::fluid_heat_production);
-    FormDialog dialog(context, form, "HPF", to_qt(form.title()), "heat.md");
+    FormDialog dialog(context, form, "HPF", to_qt(form.title()), "settings.md");
     const core::FieldInfo& field = form.fields().front();
     dialog.body()->addWidget(dialog.view().label(
         field.name, QString("%1 [%2]").arg(to_qt(field.label), to_qt(field.unit))));
@@ -39,7 +39,7 @@ void edit_fluid_heat_production(CommandContext& context) {
 void edit_dispersion(CommandContext& context) {
     sim::DiffDisp form;
     FormDialog dialog(context, form, "DiffDisp", FormDialog::tr("Dispersion / Diffusion"),
-                      "transport.md");
+                      "settings.md");
     auto* grid = new QGridLayout;
     dialog.body()->addLayout(grid);
     for (const core::FieldInfo& field : form.fields()) {

@@ -79,6 +79,14 @@ void add_row(FormView& view, QGridLayout& grid, const Row& row) {
     }
 }
 
+// NAG alone limits the relaxation, by the extents of the grid.
+void add_limit(FormView& view, const core::Project& project) {
+    const std::string limit = sim::relaxation_limit(project.NX(), project.NY(), project.NZ());
+    for (const char* name : {"APARF", "APART", "APARS"}) {
+        view.set_hint(name, FormDialog::tr("Smaller or equal %1").arg(to_qt(limit)));
+    }
+}
+
 void edit_solver(CommandContext& context, sim::Solver solver) {
     const SolverInfo& info = solvers[std::size_t(solver)];
     sim::SolverForm form(solver);
@@ -91,6 +99,9 @@ void edit_solver(CommandContext& context, sim::Solver solver) {
         if (form.enabled(row.fields[0])) {
             add_row(dialog.view(), *grid, row);
         }
+    }
+    if (solver == sim::Solver::NAG) {
+        add_limit(dialog.view(), context.desk.model()->project);
     }
     QGridLayout* iterations = dialog.add_frame({});
     dialog.view().add_row(*iterations, "NoIteration");

@@ -13,7 +13,7 @@ namespace ui {
 void edit_tracer_source(CommandContext& context) {
     sim::TracerIndividual form;
     FormDialog dialog(context, form, "TracerIndividual",
-                      FormDialog::tr("Initial Tracer Distribution"), "transport.md");
+                      FormDialog::tr("Initial Tracer Distribution"), "settings.md");
     QGridLayout* source = dialog.add_frame(QString::fromUtf8(form.fields().front().label));
     source->addWidget(dialog.field("Source"), 0, 0);
     dialog.body()->addStretch();
