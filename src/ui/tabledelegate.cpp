@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPalette>
 
 namespace ui {
 
@@ -15,6 +16,21 @@ namespace {
 bool has_kind(const QModelIndex& cell, core::FieldKind kind) {
     const QVariant value = cell.data(kind_role);
     return value.isValid() && value.toInt() == int(kind);
+}
+
+// Between the colours of text and ground, so that it shows in a dark palette as in a light one.
+QColor line_colour(const QPalette& palette, double weight) {
+    const QColor ground = palette.color(QPalette::Base), text = palette.color(QPalette::Text);
+    const auto mixed = [weight](int from, int to) { return int(from + (to - from) * weight); };
+    return QColor(mixed(ground.red(), text.red()), mixed(ground.green(), text.green()),
+                  mixed(ground.blue(), text.blue()));
+}
+
+void draw_grid(QPainter* painter, const QStyleOptionViewItem& option) {
+    const QRect& cell = option.rect;
+    painter->setPen(line_colour(option.palette, 0.2));
+    painter->drawLine(cell.bottomLeft(), cell.bottomRight());
+    painter->drawLine(cell.topRight(), cell.bottomRight());
 }
 
 void draw_check(QPainter* painter, QStyleOptionViewItem option, const QModelIndex& cell,
@@ -31,6 +47,8 @@ void draw_check(QPainter* painter, QStyleOptionViewItem option, const QModelInde
         option.state &= ~QStyle::State_Enabled;
     }
     style.drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &option, painter, option.widget);
+    painter->setPen(line_colour(option.palette, 0.5));
+    painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
 }
 
 void draw_arrow(QPainter* painter, QStyleOptionViewItem option, const QStyle& style) {
@@ -49,11 +67,14 @@ void TableDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     const QStyle& style = shown.widget ? *shown.widget->style() : *QApplication::style();
     shown.features &= ~QStyleOptionViewItem::HasCheckIndicator;
     style.drawControl(QStyle::CE_ItemViewItem, &shown, painter, shown.widget);
+    painter->save();
+    draw_grid(painter, shown);
     if (has_kind(cell, core::FieldKind::check)) {
         draw_check(painter, shown, cell, style);
     } else if (has_kind(cell, core::FieldKind::choice) && (cell.flags() & Qt::ItemIsEditable)) {
         draw_arrow(painter, shown, style);
     }
+    painter->restore();
 }
 
 QWidget* TableDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,

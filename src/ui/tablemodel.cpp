@@ -78,14 +78,29 @@ void FormTableModel::set_grower(std::function<bool()> add_row) {
 }
 
 void FormTableModel::reload() {
-    if (rows_ == form_.rows() && columns_ == int(form_.columns().size())) {
-        changed_rows(0, rows_ - 1);
+    if (columns_ != int(form_.columns().size())) {
+        beginResetModel();
+        rows_ = form_.rows();
+        columns_ = int(form_.columns().size());
+        endResetModel();
         return;
     }
-    beginResetModel();
-    rows_ = form_.rows();
-    columns_ = int(form_.columns().size());
-    endResetModel();
+    fit_rows();
+    changed_rows(0, rows_ - 1);
+    emit headerDataChanged(Qt::Horizontal, 0, columns_ - 1);
+}
+
+void FormTableModel::fit_rows() {
+    const int rows = form_.rows();
+    if (rows > rows_) {
+        beginInsertRows({}, rows_, rows - 1);
+        rows_ = rows;
+        endInsertRows();
+    } else if (rows < rows_) {
+        beginRemoveRows({}, rows, rows_ - 1);
+        rows_ = rows;
+        endRemoveRows();
+    }
 }
 
 void FormTableModel::changed_rows(int first, int last) {
@@ -236,11 +251,7 @@ bool FormTableModel::grow(int rows) {
     while (add_row_ && rows-- > 0 && add_row_()) {
         grown = true;
     }
-    if (grown) {
-        beginInsertRows({}, rows_, form_.rows() - 1);
-        rows_ = form_.rows();
-        endInsertRows();
-    }
+    fit_rows();
     return grown;
 }
 

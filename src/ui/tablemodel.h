@@ -80,6 +80,7 @@ private:
     // What the form takes for `text`, or why it takes nothing.
     std::optional<std::string> form_text(int column, const QString& text) const;
     void changed_rows(int first, int last);
+    void fit_rows();
 
     core::TableForm& form_;
     int rows_, columns_;

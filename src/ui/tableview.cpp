@@ -16,6 +16,8 @@
 #include <QScrollBar>
 
 #include <algorithm>
+#include <numeric>
+#include <utility>
 
 namespace ui {
 
@@ -27,6 +29,10 @@ QRect bounds_of(const QItemSelection& selection) {
         bounds |= QRect(QPoint(range.left(), range.top()), QPoint(range.right(), range.bottom()));
     }
     return bounds;
+}
+
+bool can_change(const QModelIndex& cell) {
+    return bool(cell.flags() & (Qt::ItemIsEditable | Qt::ItemIsUserCheckable));
 }
 
 QString copied_text(const QModelIndex& cell) {
@@ -59,6 +65,7 @@ void TableView::set_up() {
     setSelectionMode(ExtendedSelection);
     setWordWrap(false);
     setCornerButtonEnabled(true);
+    setShowGrid(false); // the cells draw it
     horizontalHeader()->setResizeContentsPrecision(0);
     verticalHeader()->setResizeContentsPrecision(0);
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
@@ -68,6 +75,11 @@ void TableView::set_up() {
     horizontalHeader()->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(horizontalHeader(), &QWidget::customContextMenuRequested, this,
             &TableView::show_head_menu);
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] {
+        if (!spreading_) {
+            natural_widths_.clear();
+        }
+    });
     if (const auto* refusing = qobject_cast<TableModel*>(model())) {
         connect(refusing, &TableModel::refused, this, [this](const base::Refusal& refusal) {
             if (!refusal_) {
@@ -95,14 +107,8 @@ void TableView::add_actions() {
 }
 
 void TableView::reload() {
-    if (!form_model_) {
-        return;
-    }
-    const QModelIndex current = currentIndex();
-    const int row = current.row(), column = current.column();
-    form_model_->reload();
-    if (!currentIndex().isValid() && row >= 0 && model()->rowCount() > 0) {
-        setCurrentIndex(model()->index(std::min(row, model()->rowCount() - 1), column));
+    if (form_model_) {
+        form_model_->reload();
     }
 }
 
@@ -114,6 +120,7 @@ void TableView::set_shown_rows(int rows) {
 void TableView::fit_columns() {
     const int digit = fontMetrics().horizontalAdvance('0');
     const int margin = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1);
+    natural_widths_.clear();
     for (int column = 0; column < model()->columnCount(); ++column) {
         const auto head = [&](int role) {
             return model()->headerData(column, Qt::Horizontal, role);
@@ -124,21 +131,47 @@ void TableView::fit_columns() {
             width =
                 std::max(width, fontMetrics().horizontalAdvance(item) + 2 * fontMetrics().height());
         }
-        setColumnWidth(column,
-                       std::max(width + margin, horizontalHeader()->sectionSizeHint(column)));
+        natural_widths_.push_back(
+            std::max(width + margin, horizontalHeader()->sectionSizeHint(column)));
     }
+    spread_columns();
     updateGeometry();
+}
+
+void TableView::spread_columns() {
+    const int columns = int(natural_widths_.size());
+    if (columns == 0 || columns != model()->columnCount()) {
+        return;
+    }
+    const int natural = std::accumulate(natural_widths_.begin(), natural_widths_.end(), 0);
+    const int free = std::max(viewport()->width() - natural, 0);
+    spreading_ = true;
+    for (int i = 0; i < columns; ++i) {
+        const int share = free * (i + 1) / columns - free * i / columns;
+        setColumnWidth(i, natural_widths_[std::size_t(i)] + share);
+    }
+    spreading_ = false;
+}
+
+void TableView::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    spread_columns();
 }
 
 QSize TableView::sizeHint() const {
     const int rows = std::clamp(model()->rowCount(), 3, shown_rows_);
     const int frame = 2 * frameWidth();
     const int bar = verticalScrollBar()->sizeHint().width();
-    constexpr int widest = 1000; // what a dialog takes of a usual screen before it scrolls
-    const int width = std::min(horizontalHeader()->length(), widest);
-    return {width + verticalHeader()->sizeHint().width() + bar + frame,
-            rows * verticalHeader()->defaultSectionSize() +
-                horizontalHeader()->sizeHint().height() + frame};
+    const int columns = natural_widths_.empty()
+                            ? horizontalHeader()->length()
+                            : std::accumulate(natural_widths_.begin(), natural_widths_.end(), 0);
+    // Of an empty table as if it had rows.
+    const int heads = verticalHeader()->isHidden()
+                          ? 0
+                          : std::max(verticalHeader()->sizeHint().width(),
+                                     fontMetrics().horizontalAdvance("00000"));
+    return {columns + heads + bar + frame, rows * verticalHeader()->defaultSectionSize() +
+                                               horizontalHeader()->sizeHint().height() + frame};
 }
 
 void TableView::change(const std::function<void()>& work) {
@@ -154,8 +187,7 @@ void TableView::show_refusal() {
 }
 
 void TableView::put(const QModelIndex& cell, const QString& text) {
-    const Qt::ItemFlags flags = cell.flags();
-    if (flags & (Qt::ItemIsEditable | Qt::ItemIsUserCheckable)) {
+    if (can_change(cell)) {
         model()->setData(cell, text, Qt::EditRole);
     }
 }
@@ -279,8 +311,7 @@ void TableView::empty_cells() {
 void TableView::set_all_rows(int column) {
     const int row = std::max(currentIndex().row(), 0);
     const QModelIndex cell = model()->index(row, column);
-    if (!cell.isValid() || !finish_editing() ||
-        !(cell.flags() & (Qt::ItemIsEditable | Qt::ItemIsUserCheckable))) {
+    if (!cell.isValid() || !finish_editing() || !can_change(cell)) {
         desk_.user().beep();
         return;
     }
@@ -298,8 +329,7 @@ void TableView::show_head_menu(const QPoint& place) {
     QMenu menu(this);
     QAction* all =
         menu.addAction(tr("Set &All Rows..."), this, [=, this] { set_all_rows(column); });
-    const Qt::ItemFlags flags = model()->index(0, column).flags();
-    all->setEnabled(flags & (Qt::ItemIsEditable | Qt::ItemIsUserCheckable));
+    all->setEnabled(can_change(model()->index(0, column)));
     menu.exec(horizontalHeader()->mapToGlobal(place));
 }
 
@@ -312,10 +342,15 @@ void TableView::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void TableView::focusInEvent(QFocusEvent* event) {
-    QTableView::focusInEvent(event);
     if (!currentIndex().isValid() && model()->rowCount() > 0) {
-        setCurrentIndex(model()->index(0, 0));
+        // Behind columns such as the number of the layer.
+        int column = 0;
+        while (column + 1 < model()->columnCount() && !can_change(model()->index(0, column))) {
+            ++column;
+        }
+        setCurrentIndex(model()->index(0, column));
     }
+    QTableView::focusInEvent(event);
 }
 
 // The first and the last cell let Tab go on to the fields before and behind the table.

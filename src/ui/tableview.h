@@ -11,6 +11,7 @@
 
 #include <functional>
 #include <optional>
+#include <vector>
 
 namespace core {
 class TableForm;
@@ -62,11 +63,14 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
     bool focusNextPrevChild(bool next) override;
     void focusInEvent(QFocusEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void commitData(QWidget* editor) override;
     void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
 private:
     void set_up();
+    // Shares the width that the columns leave free among them, until the user sets one.
+    void spread_columns();
     void add_actions();
     void show_head_menu(const QPoint& place);
     // Runs `work`, then shows the first refusal that came from the model.
@@ -83,6 +87,8 @@ private:
     FormTableModel* form_model_ = nullptr;
     std::optional<base::Refusal> refusal_; // not shown yet
     int shown_rows_ = 12;
+    std::vector<int> natural_widths_; // of the columns; empty: they are not spread
+    bool spreading_ = false;
 };
 
 } // namespace ui

@@ -4,6 +4,8 @@
 #include "ui/tableview.h"
 #include "ui/text.h"
 
+#include <QScreen>
+
 #include <algorithm>
 
 namespace ui {
@@ -37,6 +39,8 @@ void TableDialog::loaded() {
     for (TableView* table : tables_) {
         table->fit_columns();
     }
+    // The toolkit would give it two thirds of the screen, with columns out of sight.
+    resize(sizeHint().boundedTo(screen()->availableSize() * 9 / 10));
 }
 
 bool TableDialog::commit() {
