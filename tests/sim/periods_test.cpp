@@ -232,6 +232,21 @@ TEST(PeriodForm, SavesTableAndFlowType) {
     EXPECT_EQ(model.flag(0, 2), 2);
 }
 
+TEST(PeriodForm, AutoUpdateKeepsTheDurationWhenTheUnitChanges) {
+    TemporalDiscretization form;
+    form.set("SimulationTimeUnit", "4");
+    form.set_cell(1, "PeriodLength", "2");
+    form.set("SimulationTimeUnit", "3");
+    EXPECT_EQ(form.cell(1, "PeriodLength"), "2");
+    form.set("AutoUpdate", "1");
+    form.set("SimulationTimeUnit", "2");
+    EXPECT_EQ(form.cell(1, "PeriodLength"), "120");
+    EXPECT_EQ(form.cell(2, "PeriodLength"), "1"); // is not used
+    form.set("SimulationTimeUnit", "0");
+    form.set("SimulationTimeUnit", "1");
+    EXPECT_EQ(form.cell(1, "PeriodLength"), "120");
+}
+
 TEST(PeriodForm, StatusLineCountsActivePeriods) {
     const SettingsModel model;
     TemporalDiscretization form = loaded(model);

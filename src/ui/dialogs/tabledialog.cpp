@@ -48,6 +48,14 @@ bool TableDialog::commit() {
     return std::ranges::all_of(tables_, accepted) && FormDialog::commit();
 }
 
+void TableDialog::refused(const base::Refusal& refusal) {
+    if (refusal.field.empty() && !tables_.empty()) {
+        tables_.front()->setFocus();
+    } else {
+        FormDialog::refused(refusal);
+    }
+}
+
 void TableDialog::load_file(
     const char* title, const char* filter,
     const std::function<std::optional<base::Refusal>(const std::filesystem::path&)>& read) {

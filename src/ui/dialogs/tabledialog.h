@@ -37,6 +37,7 @@ protected:
 
     void loaded() override;
     bool commit() override;
+    void refused(const base::Refusal& refusal) override;
 
 private:
     std::vector<TableView*> tables_;
