@@ -162,6 +162,11 @@ std::optional<int> Process::exit_status() {
     return status_;
 }
 
+void Process::send(Ending ending) const {
+    static constexpr int signals[] = {SIGINT, SIGTERM, SIGKILL};
+    ::kill(-id_, signals[static_cast<std::size_t>(ending)]); // the group of its session
+}
+
 bool Process::ends_within(milliseconds time) {
     const auto end = std::chrono::steady_clock::now() + time;
     while (!exit_status()) {
@@ -180,8 +185,8 @@ std::optional<int> Process::wait(const std::function<bool()>& stop, milliseconds
             std::this_thread::sleep_for(pause);
             continue;
         }
-        for (const int number : {SIGINT, SIGTERM, SIGKILL}) {
-            ::kill(-id_, number); // the group of its session
+        for (const Ending ending : {Ending::interrupt, Ending::terminate, Ending::kill}) {
+            send(ending);
             if (ends_within(patience)) {
                 break;
             }

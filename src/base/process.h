@@ -34,6 +34,11 @@ public:
     // Nothing while the program runs, then its exit status; that of one that was ended by a signal
     // is 128 and the signal's number.
     std::optional<int> exit_status();
+    // How a program is asked to end, from the friendliest way on. It goes to the program and those
+    // that it has started, and returns at once.
+    enum class Ending { interrupt, terminate, kill };
+    void send(Ending ending) const;
+
     // The exit status at the program's end. `stop` is asked again and again; once it says true, the
     // program and those that it has started are interrupted, told to terminate when they are still
     // there after `patience`, and killed after as long again. Nothing when it was stopped so.

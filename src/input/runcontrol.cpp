@@ -249,6 +249,8 @@ std::optional<base::Refusal> names_refusal(const std::string& names,
     return std::nullopt;
 }
 
+} // namespace
+
 std::optional<base::Refusal> folder_refusal(const fs::path& NLO_old,
                                             const core::ModelFiles& files) {
     std::error_code ignored;
@@ -259,6 +261,8 @@ std::optional<base::Refusal> folder_refusal(const fs::path& NLO_old,
     }
     return message("Do not change the directory!");
 }
+
+namespace {
 
 // A second name of the same content, where the file system has such; otherwise a copy. What is
 // behind a link, since the link is going to lead to the next input.
@@ -333,10 +337,11 @@ SerializedResult SerializedRun(const SerializedRunForm& form, core::ModelFiles& 
         return result;
     }
     std::string names = form.new_Names;
-    if (makes_input && names.empty()) {
+    if (makes_input && names.empty() && !form.backed_up) {
         const auto answer =
             user.ask("Create back-up files", backup_question, base::Buttons::yes_no_cancel);
-        names = answer == base::Answer::yes ? proposed_names(files) : "";
+        const std::string proposed = form.proposed.empty() ? proposed_names(files) : form.proposed;
+        names = answer == base::Answer::yes ? proposed : "";
         result.cancelled = answer == base::Answer::cancel;
         result.refusal = names.empty() ? std::nullopt : names_refusal(names, files);
     }

@@ -53,10 +53,15 @@ struct SerializedRunForm {
     std::filesystem::path NLO_old; // the next input; empty: no run, only the renaming
     std::string new_Names;         // "<project name>.*.ENDING"; empty: asks whether to back up
     bool start = true;             // the simulator, once the input is there
+    bool backed_up = false;        // by a renaming before: empty new_Names ask nothing
+    std::string proposed = {};     // new_Names of the answer Yes; empty: proposed_names()
 };
 
 // What new_Names proposes.
 std::string proposed_names(const core::ModelFiles& files);
+// Why NLO_old cannot be chosen: it lies in another folder than the model.
+std::optional<base::Refusal> folder_refusal(const std::filesystem::path& NLO_old,
+                                            const core::ModelFiles& files);
 
 struct SerializedResult : RunResult {
     struct Names {

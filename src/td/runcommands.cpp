@@ -79,8 +79,9 @@ int run_command(Context& context) {
 
 // The fields of the dialog from the options; UsageError for what the dialog could not hold.
 input::SerializedRunForm serialized_run_form(const Arguments& args) {
-    input::SerializedRunForm form{args.value("--nlo"), args.value("--backup"),
-                                  !args.has("--no-start")};
+    input::SerializedRunForm form{.NLO_old = args.value("--nlo"),
+                                  .new_Names = args.value("--backup"),
+                                  .start = !args.has("--no-start")};
     const std::string name = base::lower(base::file_name(form.NLO_old));
     if (form.NLO_old.empty() && (form.start || form.new_Names.empty())) {
         throw UsageError("td serialized-run: --nlo FILE, or --backup NAME with --no-start, is "
