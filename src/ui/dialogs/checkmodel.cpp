@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
+#include <QStyle>
 #include <QTableWidget>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -43,16 +44,25 @@ CheckModel::CheckModel(CommandContext& context)
     setObjectName("CheckModel");
     setWindowTitle("Check model");
     auto* column = new QVBoxLayout(this);
-    state_ = new QLabel(this);
-    state_->setObjectName("lblState");
-    state_->setWordWrap(true);
-    column->addWidget(state_);
+    column->addLayout(make_state());
     list_ = make_list();
     column->addWidget(list_, 1);
+    column->addStretch();
     column->addLayout(make_buttons());
     const QFontMetrics metrics(font());
     resize(metrics.averageCharWidth() * 110, metrics.lineSpacing() * 26);
     renew();
+}
+
+QLayout* CheckModel::make_state() {
+    auto* row = new QHBoxLayout;
+    icon_ = new QLabel(this);
+    state_ = new QLabel(this);
+    state_->setObjectName("lblState");
+    state_->setWordWrap(true);
+    row->addWidget(icon_);
+    row->addWidget(state_, 1);
+    return row;
 }
 
 QTableWidget* CheckModel::make_list() {
@@ -61,6 +71,7 @@ QTableWidget* CheckModel::make_list() {
     list->setAccessibleName("Missing or wrong input data");
     list->setHorizontalHeaderLabels({"No.", "Missing or wrong", "Menu", "Mend"});
     list->verticalHeader()->hide();
+    list->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     list->setEditTriggers(QAbstractItemView::NoEditTriggers);
     list->setSelectionBehavior(QAbstractItemView::SelectRows);
     list->setSelectionMode(QAbstractItemView::SingleSelection);
@@ -70,8 +81,6 @@ QTableWidget* CheckModel::make_list() {
     list->horizontalHeader()->setSectionResizeMode(text_column, QHeaderView::Stretch);
     list->horizontalHeader()->setHighlightSections(false);
     list->installEventFilter(this);
-    connect(list->horizontalHeader(), &QHeaderView::sectionResized, list,
-            &QTableWidget::resizeRowsToContents);
     connect(list, &QTableWidget::cellDoubleClicked, this, &CheckModel::open_current);
     return list;
 }
@@ -112,6 +121,11 @@ void CheckModel::renew() {
                             .arg(gaps->size()));
     }
     const bool complete = gaps && gaps->empty();
+    const int size = style()->pixelMetric(QStyle::PM_LargeIconSize);
+    icon_->setPixmap(
+        style()
+            ->standardIcon(complete ? QStyle::SP_DialogApplyButton : QStyle::SP_MessageBoxWarning)
+            .pixmap(size, size));
     create_->setEnabled(complete);
     create_->setDefault(complete);
     list_->setVisible(!complete);
@@ -124,7 +138,6 @@ void CheckModel::show_gaps(const std::vector<input::Gap>& gaps) {
     for (const input::Gap& gap : gaps) {
         add_gap(gap);
     }
-    list_->resizeRowsToContents();
     list_->selectRow(std::clamp(row, 0, std::max(list_->rowCount() - 1, 0)));
 }
 

@@ -36,6 +36,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    QLayout* make_state();
     QTableWidget* make_list();
     QLayout* make_buttons();
     void renew();
@@ -50,6 +51,7 @@ private:
     Desk& desk_;
     MainWindow& window_;
     std::string leaves_for_;
+    QLabel* icon_ = nullptr;
     QLabel* state_ = nullptr;
     QTableWidget* list_ = nullptr;
     QPushButton* create_ = nullptr;

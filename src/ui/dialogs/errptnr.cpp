@@ -67,6 +67,7 @@ private:
         add("Procedure:", "lblProcedure", fault_.procedure);
         add("Line-No.:", "lblLine", std::to_string(fault_.line));
         auto* text = text_field("txtError", 3);
+        text->setFixedHeight(text->minimumHeight());
         text->setPlainText(to_qt(fault_.text + " (" + std::to_string(fault_.number) + ")"));
         text->setReadOnly(true);
         text->setAccessibleName("Error Description");
@@ -87,7 +88,7 @@ private:
     }
 
     void add_comment(QVBoxLayout& column) {
-        comment_ = text_field("txtComment", 5);
+        comment_ = text_field("txtComment", 7);
         comment_->setPlainText(to_qt(report::advice(log_.program())));
         auto* label = new QLabel("&Comment:", this);
         label->setBuddy(comment_);

@@ -98,6 +98,7 @@ void RunMonitor::build() {
     add("cmdClose", "&Close", &QDialog::reject);
     column->addLayout(buttons);
     resize(fontMetrics().averageCharWidth() * 90, fontMetrics().lineSpacing() * 26);
+    log_->setFocus();
 }
 
 QWidget* RunMonitor::make_list() {
@@ -105,12 +106,14 @@ QWidget* RunMonitor::make_list() {
     list_->setObjectName("lstPrograms");
     list_->setAccessibleName("Programs");
     list_->setRootIsDecorated(false);
+    list_->setSelectionMode(QAbstractItemView::NoSelection);
+    list_->setAllColumnsShowFocus(true);
     list_->setColumnCount(column_count);
     list_->setHeaderLabels({"Program", "Process", "State", "Time"});
     list_->header()->setStretchLastSection(false);
     list_->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     list_->header()->setSectionResizeMode(state_column, QHeaderView::Stretch);
-    list_->setFixedHeight(list_->fontMetrics().lineSpacing() * 6);
+    list_->setFixedHeight(list_->fontMetrics().lineSpacing() * 5);
     return list_;
 }
 
