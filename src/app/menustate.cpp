@@ -232,7 +232,8 @@ void set_editor(MenuTree& menu, bool open) {
     }
     menu["File_Leave_Editor"].enabled = open;
     for (const MenuEntry& entry : menu_table()) {
-        if (open && entry.kind != MenuKind::menu && !works_in_editor(entry.name)) {
+        const bool is_command = entry.depth > 0 && entry.kind != MenuKind::separator;
+        if (open && is_command && !works_in_editor(entry.name)) {
             menu[entry.name].enabled = false;
         }
     }

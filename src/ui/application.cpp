@@ -29,6 +29,7 @@ namespace {
 
 constexpr int splash_ms = 6000;
 constexpr int wrong_usage = 2;
+constexpr QSize picture_size(1040, 720); // of the main window
 
 // Beside the program, or in the user's data when nothing can be written there.
 std::filesystem::path settings_folder_of_program() {
@@ -124,6 +125,7 @@ int run_snapshot(const Start& start) {
     QtUser user;
     Application application(user, {settings_folder_of_program(), {}});
     user.set_window(&application.window());
+    application.window().resize(picture_size);
     application.window().show();
     std::string message;
     if (!start.model.empty() && !application.desk().open(start.model)) {

@@ -19,6 +19,7 @@ EmptySheet::EmptySheet(MainWindow& window) : QWidget(&window), window_(window) {
     auto* card = new QFrame(this);
     card->setFrameStyle(QFrame::StyledPanel);
     card->setAutoFillBackground(true);
+    card->setBackgroundRole(QPalette::Window);
     column_ = new QVBoxLayout(card);
     const int gap = fontMetrics().height();
     column_->setContentsMargins(2 * gap, 2 * gap, 2 * gap, 2 * gap);

@@ -31,6 +31,8 @@ public:
     PageBrowser(const QString& folder, QWidget* parent) : QTextBrowser(parent) {
         setSearchPaths({folder});
         setOpenLinks(false);
+        const int gap = fontMetrics().averageCharWidth();
+        setViewportMargins(gap, 0, gap, 0);
         connect(this, &QTextBrowser::anchorClicked, this, [this](const QUrl& url) { follow(url); });
     }
 

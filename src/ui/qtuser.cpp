@@ -176,6 +176,13 @@ std::optional<std::filesystem::path> QtUser::choose_file(base::FileChoice kind,
                                                          std::string_view title,
                                                          std::string_view filter,
                                                          std::string_view name) {
+    int chosen = 0;
+    return choose(kind, title, filter, name, chosen);
+}
+
+std::optional<std::filesystem::path> QtUser::choose(base::FileChoice kind, std::string_view title,
+                                                    std::string_view filter, std::string_view name,
+                                                    int& filter_number) {
     const PlainPointer pointer;
     QFileDialog dialog(parent(), to_qt(title));
     dialog.setObjectName("FileDialog");
@@ -199,6 +206,7 @@ std::optional<std::filesystem::path> QtUser::choose_file(base::FileChoice kind,
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
         return std::nullopt;
     }
+    filter_number = int(filters.indexOf(dialog.selectedNameFilter())) + 1;
     return std::filesystem::path(from_qt(dialog.selectedFiles().front()));
 }
 

@@ -55,6 +55,10 @@ protected:
 
 private:
     QWidget* parent() const;
+    // `filter_number` becomes that of the chosen filter, from 1.
+    std::optional<std::filesystem::path> choose(base::FileChoice kind, std::string_view title,
+                                                std::string_view filter, std::string_view name,
+                                                int& filter_number);
     base::Answer run(QMessageBox& box);
     void handle_events();
     void end_operation();

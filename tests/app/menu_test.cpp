@@ -180,6 +180,8 @@ TEST_F(Menu, the_editor_replaces_the_model_menus) {
     EXPECT_FALSE(item("File_Leave_Editor").enabled);
     EXPECT_TRUE(item("menu_value", true).visible && item("menu_options", true).visible);
     EXPECT_TRUE(item("File_Leave_Editor", true).enabled);
+    EXPECT_TRUE(item("file_exit", true).enabled && item("file_print_plot", true).enabled);
+    EXPECT_FALSE(item("file_new_model", true).enabled || item("RecentUsed(1)", true).enabled);
     EXPECT_FALSE(item("menu_grid", true).visible || item("menu_tools", true).visible);
     EXPECT_TRUE(item("menu_file", true).visible && item("menu_help", true).visible);
 }
