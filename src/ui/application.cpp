@@ -16,6 +16,7 @@
 #include <QLabel>
 #include <QScreen>
 #include <QStyleFactory>
+#include <QTemporaryFile>
 #include <QTimer>
 
 #include <cstdlib>
@@ -60,6 +61,34 @@ protected:
 
 private:
     QEventLoop loop_;
+};
+
+// A screen of its own for pictures, on which every dialog has all the room that it asks for.
+class PictureScreen {
+public:
+    PictureScreen() {
+        if (qEnvironmentVariableIsSet("QT_QPA_PLATFORM") &&
+            qgetenv("QT_QPA_PLATFORM") != "offscreen") {
+            return;
+        }
+        if (file_.open()) {
+            file_.write(R"({"screens": [{"name": "picture", "x": 0, "y": 0, "width": 3840,
+                "height": 2400, "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
+            file_.close();
+        }
+        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + file_.fileName().toLocal8Bit());
+        qInstallMessageHandler(show_message);
+    }
+
+private:
+    // What a screen cannot do that nobody sees is no news.
+    static void show_message(QtMsgType, const QMessageLogContext&, const QString& text) {
+        if (!text.startsWith("This plugin does not support")) {
+            std::cerr << from_qt(text) << '\n';
+        }
+    }
+
+    QTemporaryFile file_;
 };
 
 Start wrong(std::string message) {
@@ -235,8 +264,9 @@ int run_program(int argc, char** argv) {
         break;
     }
     const bool draws = start.kind == Start::Kind::snapshot;
-    if (draws && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    std::optional<PictureScreen> screen;
+    if (draws) {
+        screen.emplace();
     }
     QApplication application(argc, argv);
     start = read_command_line({argv + 1, argv + argc}); // without the options of the toolkit
