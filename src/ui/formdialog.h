@@ -1,25 +1,17 @@
-// A dialog over a form of the library: OK, Cancel and Help, and between them and its head whatever
-// its owner lays out.
+// A dialog over a form of the library.
 #pragma once
 
 #include "core/form.h"
 #include "ui/commandtables.h"
 #include "ui/formview.h"
-
-#include <QDialog>
+#include "ui/plaindialog.h"
 
 #include <string>
 #include <string_view>
 
-class QHBoxLayout;
-class QPushButton;
-class QVBoxLayout;
-
 namespace ui {
 
-// Enter is OK, Escape is Cancel, F1 is Help. The focus begins in the first control of the body and
-// goes through it in the order in which it was laid out, then through the buttons.
-class FormDialog : public QDialog {
+class FormDialog : public PlainDialog {
     Q_OBJECT
 
 public:
@@ -27,15 +19,11 @@ public:
     FormDialog(CommandContext& context, core::Form& form, const char* object_name,
                const QString& title, const char* help_page);
 
-    // Where the owner lays out the dialog. Takes any widget.
-    QVBoxLayout* body() { return body_; }
     FormView& view() { return view_; }
     // The control of a field as FormView makes it.
     QWidget* field(const char* name) { return view_.field(name); }
     // A frame at the end of the body, with a grid of captions, fields and units.
     QGridLayout* add_frame(const QString& caption);
-    // A further button at the left of the lowest row.
-    QPushButton* add_button(const char* object_name, const QString& caption);
 
     // Fills the form from the open model and shows it; once, before the dialog is shown. False: it
     // could not be read, which was shown. Called by run().
@@ -46,34 +34,27 @@ public:
     // failure. What OK refuses leaves the dialog open, with the cursor in the refused field.
     int run(const std::string& step, std::string_view signature);
 
-    // The OK.
     void accept() override;
 
 protected:
     // After the form has been loaded, and before the dialog is shown: for bodies that show more
     // than fields.
     virtual void loaded() {}
-    // What a refusal of OK does besides its box; moves the cursor to the field that it names.
-    virtual void refused(const base::Refusal& refusal);
+    // What a refusal of OK does behind its box; moves the cursor to the field that it names.
+    virtual void show_refused(const base::Refusal& refusal);
     // Takes over what was typed into the body, before OK checks it. False: stays open.
     virtual bool commit();
 
-    void showEvent(QShowEvent* event) override;
+    // Checks, asks and saves the form.
+    bool take() override;
 
     CommandContext& context() { return context_; }
 
 private:
-    void build_buttons(const char* help_page);
-    void order_focus();
-
     CommandContext context_;
     core::Form& form_;
     FormView view_;
-    QVBoxLayout* body_;
-    QHBoxLayout* buttons_;
-    int extra_buttons_ = 0;
     bool loaded_ = false;
-    bool shown_ = false;
     std::string step_;
     std::string signature_;
 };

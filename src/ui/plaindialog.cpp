@@ -1,15 +1,21 @@
 #include "ui/plaindialog.h"
 
 #include "ui/desk.h"
+#include "ui/mainwindow.h"
 #include "ui/text.h"
 
 #include <QAbstractItemView>
 #include <QAbstractSpinBox>
+#include <QButtonGroup>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRadioButton>
+#include <QScreen>
+#include <QScrollArea>
 #include <QShortcut>
+#include <QStyle>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -18,6 +24,34 @@
 namespace ui {
 
 namespace {
+
+// As large as what is in it, with scroll bars where the screen is smaller than that.
+class BodyArea : public QScrollArea {
+public:
+    BodyArea() {
+        setWidget(new QWidget);
+        setWidgetResizable(true);
+        setFrameShape(QFrame::NoFrame);
+        setSizeAdjustPolicy(AdjustToContents);
+        setFocusPolicy(Qt::NoFocus);
+        viewport()->setAutoFillBackground(false);
+        widget()->setAutoFillBackground(false);
+    }
+
+    QSize sizeHint() const override { return fitted(widget()->sizeHint()); }
+    QSize minimumSizeHint() const override { return fitted(widget()->minimumSizeHint()); }
+
+private:
+    QSize fitted(QSize content) const {
+        // The buttons and the frame of the window need room, too.
+        const QSize space = screen()->availableSize();
+        const QSize largest(space.width() * 19 / 20, space.height() * 3 / 4);
+        const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+        const QSize bars(content.height() > largest.height() ? bar : 0,
+                         content.width() > largest.width() ? bar : 0);
+        return (content + bars).boundedTo(largest);
+    }
+};
 
 bool takes_tab(const QWidget& widget) {
     return (widget.focusPolicy() & Qt::TabFocus) != 0 && !widget.focusProxy();
@@ -42,6 +76,14 @@ void collect_controls(const QWidget& parent, std::vector<QWidget*>& controls) {
     }
 }
 
+// Of radio buttons the chosen one.
+bool can_begin(const QWidget* control) {
+    const auto* button = qobject_cast<const QRadioButton*>(control);
+    const QButtonGroup* group = button ? button->group() : nullptr;
+    const bool other_is_chosen = group && group->checkedButton() && !button->isChecked();
+    return control->isEnabled() && !control->isHidden() && !other_is_chosen;
+}
+
 void put_cursor(QWidget* field) {
     field->setFocus(Qt::TabFocusReason);
     if (auto* const line = qobject_cast<QLineEdit*>(field)) {
@@ -53,16 +95,19 @@ void put_cursor(QWidget* field) {
 
 PlainDialog::PlainDialog(Desk& desk, const char* object_name, const QString& title,
                          const char* page, QWidget* parent)
-    : QDialog(parent), desk_(desk), page_(page), buttons_(new QHBoxLayout) {
+    : QDialog(parent), desk_(desk), page_(to_qt(page)), buttons_(new QHBoxLayout) {
     setObjectName(to_qt(object_name));
     setWindowTitle(title);
     auto* const whole = new QVBoxLayout(this);
-    auto* const place = new QWidget;
-    body_ = new QVBoxLayout(place);
+    auto* const place = new BodyArea;
+    body_ = new QVBoxLayout(place->widget());
     body_->setContentsMargins({});
     whole->addWidget(place, 1);
     whole->addSpacing(fontMetrics().height() / 2);
     whole->addLayout(buttons_);
+    // The frame of the window needs room for its own buttons beside the title.
+    const int height = fontMetrics().height();
+    whole->addItem(new QSpacerItem(fontMetrics().horizontalAdvance(title) + 8 * height, 0));
     buttons_->addStretch();
     const auto add = [this](const char* name, const QString& text, auto work) {
         QPushButton* const button = plain_button(name, text);
@@ -83,7 +128,14 @@ QPushButton& PlainDialog::add_button(const char* object_name, const QString& tex
     return *button;
 }
 
-void PlainDialog::show_page() {}
+void PlainDialog::show_page() {
+    for (QWidget* above = parentWidget(); above; above = above->parentWidget()) {
+        if (auto* const window = qobject_cast<MainWindow*>(above)) {
+            window->show_help(page_);
+            return;
+        }
+    }
+}
 
 bool PlainDialog::refused(const std::optional<base::Refusal>& refusal, QWidget* field) {
     if (!refusal) {
@@ -114,7 +166,7 @@ void PlainDialog::order_focus() {
     std::vector<QWidget*> controls;
     const QWidget* const place = body_->parentWidget();
     collect_controls(*place, controls);
-    const auto first = std::ranges::find_if(controls, &QWidget::isEnabled);
+    const auto first = std::ranges::find_if(controls, can_begin);
     QWidget* const start = first != controls.end() ? *first : nullptr;
     for (int i = 0; i < buttons_->count(); ++i) {
         if (QWidget* const button = buttons_->itemAt(i)->widget()) {
@@ -133,6 +185,8 @@ QPushButton* plain_button(const char* object_name, const QString& text) {
     auto* const button = new QPushButton(text);
     button->setObjectName(to_qt(object_name));
     button->setAutoDefault(false);
+    // A click leaves the cursor in its field, whose text then is not taken over by Cancel.
+    button->setFocusPolicy(Qt::TabFocus);
     return button;
 }
 

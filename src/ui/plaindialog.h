@@ -18,7 +18,7 @@ class Desk;
 
 // Enter is OK, Escape is Cancel, F1 is Help. The focus begins in the first control of the body
 // unless the dialog has put it elsewhere, and goes through the body in the order in which it was
-// laid out, then through the buttons.
+// laid out, then through the buttons. A body larger than the screen scrolls.
 class PlainDialog : public QDialog {
     Q_OBJECT
 
@@ -51,7 +51,7 @@ private:
     void show_page();
 
     Desk& desk_;
-    const char* page_;
+    QString page_;
     QVBoxLayout* body_;
     QHBoxLayout* buttons_;
     int further_buttons_ = 0;

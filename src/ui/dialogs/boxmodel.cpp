@@ -48,15 +48,15 @@ void edit_continua(CommandContext& context) {
     sim::BoxmodelForm form;
     FormDialog dialog(context, form, "Boxmodel", FormDialog::tr("Multiple Continua"),
                       "settings.md");
-    dialog.body()->addWidget(dialog.field("chkBox"));
+    dialog.body().addWidget(dialog.field("chkBox"));
     auto* zones = new QGridLayout;
-    dialog.body()->addLayout(zones);
+    dialog.body().addLayout(zones);
     dialog.view().add_row(*zones, "txtPropZones");
     dialog.view().set_hint("txtPropZones",
                            FormDialog::tr("Numbers separated by commas, such as 1,3; - for none."));
     add_systems(dialog);
-    dialog.body()->addStretch();
-    QPushButton* check = dialog.add_button("cmdCheck", FormDialog::tr("Chec&k"));
+    dialog.body().addStretch();
+    QPushButton* check = &dialog.add_button("cmdCheck", FormDialog::tr("Chec&k"));
     QObject::connect(check, &QPushButton::clicked, &dialog, [&] {
         dialog.view().commit();
         const core::Notice notice = form.calculated();

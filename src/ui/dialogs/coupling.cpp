@@ -24,7 +24,7 @@ constexpr const char* rock_law = "Rho*cp(T) = Rho*cp(0) * (A0 + A1 * T + A2 * TÂ
 
 void add_checks(FormDialog& dialog) {
     for (const char* name : {"CompleteCheck", "FlowHeatCheck", "FlowTransportCheck"}) {
-        dialog.body()->addWidget(dialog.field(name));
+        dialog.body().addWidget(dialog.field(name));
     }
 }
 
@@ -89,7 +89,7 @@ void edit_coupling(CommandContext& context) {
     add_checks(dialog);
     add_permeability_law(dialog);
     auto* below = new QHBoxLayout;
-    dialog.body()->addLayout(below);
+    dialog.body().addLayout(below);
     below->addWidget(rock_properties(dialog.view()));
     below->addWidget(water(dialog.view()));
     dialog.run("Coupling", "[Coupling] CouplingSave()");

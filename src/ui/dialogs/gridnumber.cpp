@@ -55,7 +55,7 @@ public:
         QGridLayout* cells = add_frame(tr("Columns and Rows"));
         add_pair(view(), *cells, 0, "txtColumns", "txtColumnSize");
         add_pair(view(), *cells, 1, "txtRows", "txtRowSize");
-        body()->addStretch();
+        body().addStretch();
         for (const Hint& hint : hints) {
             view().set_hint(hint.field, to_qt(hint.text));
         }

@@ -21,10 +21,10 @@ public:
         fields->setColumnStretch(2, 1);
         view().add_row(*fields, "txtNFREE");
         view().add_row(*fields, "Geometry", Look::across);
-        body()->addLayout(fields);
+        body().addLayout(fields);
         TableView* table = make_table(form, "Table", tr("Layers"));
         table->verticalHeader()->hide();
-        body()->addWidget(table, 1);
+        body().addWidget(table, 1);
     }
 
 private:

@@ -57,7 +57,7 @@ public:
                       "firstmodel.md"),
           form_(form), tabs_(new QTabWidget) {
         tabs_->setObjectName("Tabs");
-        body()->addWidget(tabs_, 1);
+        body().addWidget(tabs_, 1);
         add_tab(bores_row, form.bores());
         QBoxLayout* buttons = add_tab(observations_row, form.observations());
         observations_ = tabs_->widget(1)->findChild<TableView*>();
@@ -65,8 +65,8 @@ public:
         buttons->insertWidget(0, make_button("Add_Button", tr("&Add Row"), [this] { add_row(); }));
         auto* options = FormView::frame(tr("Options"));
         FormView::grid_of(options)->addWidget(field("Observation_Option"), 0, 0);
-        body()->addWidget(options);
-        QPushButton* import = add_button("Import_Button", tr("Import"));
+        body().addWidget(options);
+        QPushButton* import = &add_button("Import_Button", tr("Import"));
         import->setEnabled(false);
         import->setToolTip(tr("Calibration tools are not part of this program."));
     }

@@ -19,15 +19,15 @@ public:
           form_(form), unset_(new QLabel(tr("No choice has been saved yet: the simulator iterates "
                                             "with settings of its own."))) {
         unset_->setWordWrap(true);
-        body()->addWidget(unset_);
-        body()->addWidget(field("chkPicard"));
+        body().addWidget(unset_);
+        body().addWidget(field("chkPicard"));
         auto* grid = new QGridLayout;
-        body()->addLayout(grid);
+        body().addLayout(grid);
         view().add_row(*grid, "sldProjCoeff", Look::slider);
         for (const char* name : {"txtIteration", "txtFlowLimit", "txtHeatLimit", "txtTransLimit"}) {
             view().add_row(*grid, name);
         }
-        body()->addStretch();
+        body().addStretch();
     }
 
 protected:

@@ -31,16 +31,16 @@ public:
         view().add_row(*fields, "SimulationFlowType", Look::across);
         view().add_row(*fields, "SimulationTimeUnit", Look::list);
         view().add_row(*fields, "AutoUpdate");
-        body()->addLayout(fields);
+        body().addLayout(fields);
         table_ = make_table(form, "Table", tr("Stress Periods"));
-        body()->addWidget(table_, 1);
+        body().addWidget(table_, 1);
         add_status_line();
-        connect(add_button("Save_Button", tr("&Save...")), &QPushButton::clicked, this, [this] {
+        connect(&add_button("Save_Button", tr("&Save...")), &QPushButton::clicked, this, [this] {
             save_file("Save Time Parameters", filter, ".tpr", [this](const auto& file) {
                 base::replace_file(file, form_.table().time_parameters());
             });
         });
-        connect(add_button("Load_Button", tr("&Load...")), &QPushButton::clicked, this, [this] {
+        connect(&add_button("Load_Button", tr("&Load...")), &QPushButton::clicked, this, [this] {
             load_file("Load Time Parameters", filter, [this](const auto& file) {
                 return form_.load_time_parameters(base::read_bytes(file), file);
             });
@@ -57,7 +57,7 @@ private:
         for (std::size_t i = 0; i < std::size(status_); ++i) {
             status_[i]->setObjectName(QString("Status%1").arg(i + 1));
         }
-        body()->addLayout(line);
+        body().addLayout(line);
     }
 
     void updated() override {

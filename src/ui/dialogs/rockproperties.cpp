@@ -26,19 +26,19 @@ public:
             auto* row = new QGridLayout;
             row->setColumnStretch(2, 1);
             view().add_row(*row, field.name);
-            body()->addLayout(row);
+            body().addLayout(row);
         }
         TableView* table = make_table(form, "Table", title);
         table->form_model()->set_row_name(tr("Zone "));
         table->set_shown_rows(sim::PropertyZonesMax);
-        body()->addWidget(table, 1);
-        connect(add_button("Load_Button", tr("&Load...")), &QPushButton::clicked, this,
+        body().addWidget(table, 1);
+        connect(&add_button("Load_Button", tr("&Load...")), &QPushButton::clicked, this,
                 [this, load_title] {
                     load_file(load_title, form_.load_filter(), [this](const auto& file) {
                         return form_.load_block(base::read_bytes(file), file);
                     });
                 });
-        connect(add_button("Clear_Button", tr("Cl&ear")), &QPushButton::clicked, this, [this] {
+        connect(&add_button("Clear_Button", tr("Cl&ear")), &QPushButton::clicked, this, [this] {
             if (form_.clear(this->context().desk.user())) {
                 refresh();
             }

@@ -17,11 +17,11 @@ void edit_reference_density(CommandContext& context) {
     sim::RefDens form;
     FormDialog dialog(context, form, "RefDens", FormDialog::tr("Reference Density"), "settings.md");
     auto* row = new QHBoxLayout;
-    dialog.body()->addLayout(row);
+    dialog.body().addLayout(row);
     row->addWidget(dialog.field("Check1"));
     row->addWidget(dialog.field("Text1"), 1);
     row->addWidget(dialog.view().unit("Text1"));
-    dialog.body()->addStretch();
+    dialog.body().addStretch();
     dialog.run("Reference Density", "[RefDens] RefDensSave()");
 }
 
@@ -29,10 +29,10 @@ void edit_fluid_heat_production(CommandContext& context) {
     sim::HeatConstantForm form(sim::HeatConstant::fluid_heat_production);
     FormDialog dialog(context, form, "HPF", to_qt(form.title()), "settings.md");
     const core::FieldInfo& field = form.fields().front();
-    dialog.body()->addWidget(dialog.view().label(
+    dialog.body().addWidget(dialog.view().label(
         field.name, QString("%1 [%2]").arg(to_qt(field.label), to_qt(field.unit))));
-    dialog.body()->addWidget(dialog.field(field.name));
-    dialog.body()->addStretch();
+    dialog.body().addWidget(dialog.field(field.name));
+    dialog.body().addStretch();
     dialog.run(form.title(), "[FluidHeatProduction] Save()");
 }
 
@@ -41,11 +41,11 @@ void edit_dispersion(CommandContext& context) {
     FormDialog dialog(context, form, "DiffDisp", FormDialog::tr("Dispersion / Diffusion"),
                       "settings.md");
     auto* grid = new QGridLayout;
-    dialog.body()->addLayout(grid);
+    dialog.body().addLayout(grid);
     for (const core::FieldInfo& field : form.fields()) {
         dialog.view().add_row(*grid, field.name);
     }
-    dialog.body()->addStretch();
+    dialog.body().addStretch();
     dialog.run("Dispersion / Diffusion", "[DiffDisp] DiffDispSave()");
 }
 

@@ -64,10 +64,10 @@ void edit_simulation_type(CommandContext& context) {
     sim::SimulationType form;
     FormDialog dialog(context, form, "SimulationType",
                       FormDialog::tr("Definition of Simulation Type"), "settings.md");
-    dialog.body()->addWidget(
+    dialog.body().addWidget(
         new QLabel(FormDialog::tr("Check Characteristics for the TERVEX Simulation Run")));
     auto* columns = new QHBoxLayout;
-    dialog.body()->addLayout(columns);
+    dialog.body().addLayout(columns);
     for (const Process& process : processes) {
         columns->addWidget(process_column(dialog.view(), process));
     }

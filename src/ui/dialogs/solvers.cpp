@@ -93,7 +93,7 @@ void edit_solver(CommandContext& context, sim::Solver solver) {
     FormDialog dialog(context, form, info.object_name,
                       FormDialog::tr("Solver Parameters: %1").arg(to_qt(info.name)), "settings.md");
     auto* grid = new QGridLayout;
-    dialog.body()->addLayout(grid);
+    dialog.body().addLayout(grid);
     add_heads(*grid);
     for (const Row& row : rows) {
         if (form.enabled(row.fields[0])) {

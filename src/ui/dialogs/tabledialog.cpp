@@ -48,11 +48,11 @@ bool TableDialog::commit() {
     return std::ranges::all_of(tables_, accepted) && FormDialog::commit();
 }
 
-void TableDialog::refused(const base::Refusal& refusal) {
+void TableDialog::show_refused(const base::Refusal& refusal) {
     if (refusal.field.empty() && !tables_.empty()) {
         tables_.front()->setFocus();
     } else {
-        FormDialog::refused(refusal);
+        FormDialog::show_refused(refusal);
     }
 }
 

@@ -37,7 +37,7 @@ protected:
 
     void loaded() override;
     bool commit() override;
-    void refused(const base::Refusal& refusal) override;
+    void show_refused(const base::Refusal& refusal) override;
 
 private:
     std::vector<TableView*> tables_;

@@ -22,8 +22,8 @@ public:
         : TableDialog(context, form, "Tracer", tr("Tracer"), "firstmodel.md") {
         TableView* table = make_table(form, "Table", tr("Tracer"));
         table->verticalHeader()->hide();
-        body()->addWidget(table, 1);
-        body()->addWidget(new QLabel(tr("* Density = Density(T) + BetaC * delta Concentration")));
+        body().addWidget(table, 1);
+        body().addWidget(new QLabel(tr("* Density = Density(T) + BetaC * delta Concentration")));
     }
 };
 
@@ -36,8 +36,8 @@ public:
         no_wells_->setObjectName("NoWells");
         TableView* table = make_table(form, "Table", tr("Injected Concentration(s)"));
         table->verticalHeader()->hide();
-        body()->addWidget(table, 1);
-        body()->addWidget(no_wells_);
+        body().addWidget(table, 1);
+        body().addWidget(no_wells_);
     }
 
 private:
