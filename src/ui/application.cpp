@@ -145,6 +145,7 @@ int run_window(const Start& start) {
     Application application(user, folders);
     user.set_window(&application.window());
     application.window().show();
+    application.window().activateWindow(); // the picture before it had the keyboard
     QTimer::singleShot(0, &application.window(), [&] { application.open(start); });
     return QApplication::exec();
 }

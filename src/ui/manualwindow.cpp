@@ -31,8 +31,9 @@ public:
     PageBrowser(const QString& folder, QWidget* parent) : QTextBrowser(parent) {
         setSearchPaths({folder});
         setOpenLinks(false);
-        const int gap = fontMetrics().averageCharWidth();
-        setViewportMargins(gap, 0, gap, 0);
+        // A new page has the toolkit's narrow margin again.
+        connect(this, &QTextBrowser::sourceChanged, this,
+                [this] { document()->setDocumentMargin(fontMetrics().height()); });
         connect(this, &QTextBrowser::anchorClicked, this, [this](const QUrl& url) { follow(url); });
     }
 
