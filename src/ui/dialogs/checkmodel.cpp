@@ -50,7 +50,7 @@ CheckModel::CheckModel(CommandContext& context)
     column->addStretch();
     column->addLayout(make_buttons());
     const QFontMetrics metrics(font());
-    resize(metrics.averageCharWidth() * 110, metrics.lineSpacing() * 26);
+    resize(metrics.averageCharWidth() * 130, metrics.lineSpacing() * 26);
     renew();
 }
 
@@ -150,29 +150,32 @@ void CheckModel::add_gap(const input::Gap& gap) {
     list_->setItem(row, number_column, number);
     list_->setItem(row, text_column, new QTableWidgetItem(shown_text(gap.message.text)));
     list_->setItem(row, menu_column, new QTableWidgetItem(to_qt(path)));
-    list_->setCellWidget(row, open_column, way_to_mend(gap));
+    const Mend mend = way_to_mend(gap);
+    list_->setItem(row, open_column, new QTableWidgetItem(mend.obstacle));
+    if (!mend.targets.empty()) {
+        // A button of its own height in a cell that may be higher.
+        auto* cell = new QWidget(list_);
+        auto* layout = new QHBoxLayout(cell);
+        const int margin = cell->fontMetrics().height() / 4;
+        layout->setContentsMargins(margin, margin, margin, margin);
+        layout->addWidget(opening(mend.targets, cell));
+        list_->setCellWidget(row, open_column, cell);
+    }
 }
 
-QWidget* CheckModel::way_to_mend(const input::Gap& gap) {
-    std::vector<app::MenuTarget> targets = app::commands_at(gap.menu_path);
-    const char* obstacle = "not in the menu";
+CheckModel::Mend CheckModel::way_to_mend(const input::Gap& gap) const {
+    Mend mend{app::commands_at(gap.menu_path), "not in the menu"};
     const auto drop = [&](const char* reason, auto fits) {
-        if (!targets.empty()) {
-            std::erase_if(targets, [&](const app::MenuTarget& target) { return !fits(target); });
-            obstacle = reason;
+        if (!mend.targets.empty()) {
+            std::erase_if(mend.targets, [&](const auto& target) { return !fits(target); });
+            mend.obstacle = mend.targets.empty() ? reason : "";
         }
     };
     drop("no window for it", [](const auto& target) { return find_command(target.name); });
     drop("grey in the menu", [this](const auto& target) {
         return app::can_be_chosen(target.name, desk_.model()->project);
     });
-    // A button of its own height in a cell that may be higher.
-    auto* cell = new QWidget(list_);
-    auto* row = new QHBoxLayout(cell);
-    const int margin = cell->fontMetrics().height() / 4;
-    row->setContentsMargins(margin, margin, margin, margin);
-    row->addWidget(targets.empty() ? new QLabel(obstacle, cell) : opening(targets, cell));
-    return cell;
+    return mend;
 }
 
 QWidget* CheckModel::opening(const std::vector<app::MenuTarget>& targets, QWidget* parent) {

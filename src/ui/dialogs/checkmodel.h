@@ -36,13 +36,18 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    struct Mend {
+        std::vector<app::MenuTarget> targets;
+        const char* obstacle; // empty when there are targets
+    };
+
     QLayout* make_state();
     QTableWidget* make_list();
     QLayout* make_buttons();
     void renew();
     void show_gaps(const std::vector<input::Gap>& gaps);
     void add_gap(const input::Gap& gap);
-    QWidget* way_to_mend(const input::Gap& gap);
+    Mend way_to_mend(const input::Gap& gap) const;
     QWidget* opening(const std::vector<app::MenuTarget>& targets, QWidget* parent);
     void open_current();
     void run(const std::string& command);

@@ -66,7 +66,7 @@ private:
         add("Module:", "lblModule", fault_.module);
         add("Procedure:", "lblProcedure", fault_.procedure);
         add("Line-No.:", "lblLine", std::to_string(fault_.line));
-        auto* text = text_field("txtError", 3);
+        auto* text = text_field("txtError", 4);
         text->setFixedHeight(text->minimumHeight());
         text->setPlainText(to_qt(fault_.text + " (" + std::to_string(fault_.number) + ")"));
         text->setReadOnly(true);

@@ -26,7 +26,7 @@ namespace {
 constexpr const char* window_name = "RunMonitor";
 constexpr const char* window_title = "Run TERVEX";
 constexpr int poll_interval = 500;       // ms
-constexpr qint64 patience = 5000;        // ms until a program is pressed harder to end
+constexpr qint64 patience = 10000;       // ms until a program is pressed harder to end
 constexpr int kept_lines = 2000;         // of the log
 constexpr int kept_characters = 1 << 20; // likewise, for a log without line ends
 constexpr int signal_base = 128;         // of the exit status of a program ended by a signal
