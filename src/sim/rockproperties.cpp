@@ -210,7 +210,8 @@ std::optional<base::Refusal> PermPor::check() const {
     const int zones = base::leading_int32(get("Zones"));
     if (zones >= 1 && zones <= PropertyZonesMax)
         return std::nullopt;
-    return base::Refusal{"Error", fmt::format("Valid range is 1 to {}", PropertyZonesMax)};
+    return base::Refusal{"Error", fmt::format("Valid range is 1 to {}", PropertyZonesMax),
+                         base::Icon::warning, "Zones"};
 }
 
 bool PermPor::ask(base::Interaction& user) const {

@@ -261,6 +261,7 @@ TEST_F(TableDialogs, flow_properties_build_the_arrays_behind_their_question) {
         type_into(zones, "16");
         user.expect_message("Error", "Valid range is 1 to 15");
         press(dialog, "cmdOK");
+        EXPECT_EQ(zones.selectedText(), "16");
         type_into(zones, "3");
         type_into(widget<QLineEdit>(dialog, "COMPM_Value"), "2E-9");
         QTest::keyClick(&widget<QLineEdit>(dialog, "COMPM_Value"), Qt::Key_Tab);

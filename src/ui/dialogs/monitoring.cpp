@@ -54,7 +54,7 @@ class MonitoringDialog : public TableDialog {
 public:
     MonitoringDialog(CommandContext& context, ObservationList& form)
         : TableDialog(context, form, "ObservationList", to_qt(ObservationList::title),
-                      "firstmodel.md"),
+                      "settings.md"),
           form_(form), tabs_(new QTabWidget) {
         tabs_->setObjectName("Tabs");
         body().addWidget(tabs_, 1);
@@ -103,7 +103,7 @@ private:
                       [this, &row](const Path& file) { return (form_.*row.load)(file); });
         }));
         buttons->addWidget(make_button("Clear_Button", tr("Cl&ear"), [this, &row] {
-            if ((form_.*row.clear)(context().desk.user())) {
+            if (commit() && (form_.*row.clear)(context().desk.user())) {
                 refresh();
             }
         }));
@@ -114,6 +114,9 @@ private:
     }
 
     void add_row() {
+        if (!commit()) {
+            return;
+        }
         if (const auto refusal = form_.add_observation()) {
             base::show(context().desk.user(), *refusal);
             return;

@@ -21,7 +21,7 @@ class RockDialog : public TableDialog {
 public:
     RockDialog(CommandContext& context, sim::RockPropertyTable& form, const char* object_name,
                const QString& title, const char* load_title)
-        : TableDialog(context, form, object_name, title, "firstmodel.md"), form_(form) {
+        : TableDialog(context, form, object_name, title, "settings.md"), form_(form) {
         for (const core::FieldInfo& field : form.fields()) {
             auto* row = new QGridLayout;
             row->setColumnStretch(2, 1);
@@ -39,7 +39,7 @@ public:
                     });
                 });
         connect(&add_button("Clear_Button", tr("Cl&ear")), &QPushButton::clicked, this, [this] {
-            if (form_.clear(this->context().desk.user())) {
+            if (commit() && form_.clear(this->context().desk.user())) {
                 refresh();
             }
         });

@@ -60,6 +60,9 @@ void TableDialog::load_file(
     const char* title, const char* filter,
     const std::function<std::optional<base::Refusal>(const std::filesystem::path&)>& read) {
     Desk& desk = context().desk;
+    if (!commit()) {
+        return;
+    }
     const auto file = desk.user().choose_file(base::FileChoice::open, title, filter, "");
     if (!file) {
         return;
