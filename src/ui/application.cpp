@@ -6,11 +6,11 @@
 #include "report/errorreport.h"
 #include "ui/icons.h"
 #include "ui/qtuser.h"
+#include "ui/safeapplication.h"
 #include "ui/snapshot.h"
 #include "ui/text.h"
 #include "ui/theme.h"
 
-#include <QApplication>
 #include <QEventLoop>
 #include <QKeyEvent>
 #include <QLabel>
@@ -131,7 +131,7 @@ void write_opened_line() {
     }
 }
 
-int run_window(const Start& start) {
+int run_window(SafeApplication& program, const Start& start) {
     report::FailureLog log({base::desk_title, "td", report::version_numbers(base::version)},
                            [] { return std::chrono::system_clock::now(); });
     const char* const reports = std::getenv("TD_REPORTS");
@@ -141,13 +141,16 @@ int run_window(const Start& start) {
     }
     QtUser user;
     user.set_log(&log);
+    program.set_user(&user);
     Application::show_splash(base::executable_folder());
     Application application(user, folders);
     user.set_window(&application.window());
     application.window().show();
     application.window().activateWindow(); // the picture before it had the keyboard
     QTimer::singleShot(0, &application.window(), [&] { application.open(start); });
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    program.set_user(nullptr);
+    return status;
 }
 
 // Remembers nothing: a picture is no session.
@@ -269,7 +272,7 @@ int run_program(int argc, char** argv) {
     if (draws) {
         screen.emplace();
     }
-    QApplication application(argc, argv);
+    SafeApplication application(argc, argv);
     start = read_command_line({argv + 1, argv + argc}); // without the options of the toolkit
     QApplication::setApplicationName("tervexdesk");
     QApplication::setApplicationDisplayName({});
@@ -279,7 +282,7 @@ int run_program(int argc, char** argv) {
     if (start.dark) {
         use_theme(*start.dark);
     }
-    return draws ? run_snapshot(start) : run_window(start);
+    return draws ? run_snapshot(start) : run_window(application, start);
 }
 
 } // namespace ui

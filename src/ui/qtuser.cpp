@@ -73,10 +73,18 @@ public:
     PlainPointer& operator=(const PlainPointer&) = delete;
 };
 
+// Settings that cannot be read keep no dialog from opening.
+QString model_folder(const Desk& desk) {
+    try {
+        return to_qt(app::ProgramSettings(desk.folders().program).GetModelPath()).trimmed();
+    } catch (const base::FileFailure&) {
+        return {};
+    }
+}
+
 QString start_folder(const QString& filters, const Desk& desk) {
     if (filters.contains("*.td1", Qt::CaseInsensitive)) {
-        const app::ProgramSettings settings(desk.folders().program);
-        const QString stored = to_qt(settings.GetModelPath()).trimmed();
+        const QString stored = model_folder(desk);
         if (!stored.isEmpty()) {
             return stored;
         }

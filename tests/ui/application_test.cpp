@@ -1,6 +1,7 @@
 #include "deskfixture.h"
 #include "ui/application.h"
 #include "ui/manualwindow.h"
+#include "ui/safeapplication.h"
 #include "ui/snapshot.h"
 
 #include <QtTest>
@@ -52,6 +53,15 @@ TEST_F(DeskFixture, the_program_opens_the_model_that_it_was_started_with) {
     application.open(ui::read_command_line({"gone.td1"}));
     application.open(ui::read_command_line({"a.txt"}));
     EXPECT_EQ(user.beeps(), 2);
+}
+
+TEST_F(DeskFixture, a_failure_that_no_command_takes_is_shown) {
+    auto& program = static_cast<ui::SafeApplication&>(*qApp);
+    program.set_user(&user);
+    user.expect_failure("cannot be read", base::Reaction::leave);
+    QTimer::singleShot(0, [] { throw base::FileFailure("cannot be read", "a.ini"); });
+    QCoreApplication::processEvents();
+    program.set_user(nullptr);
 }
 
 TEST_F(DeskFixture, a_picture_greets_until_it_is_clicked) {
