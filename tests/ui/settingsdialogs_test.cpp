@@ -3,6 +3,7 @@
 #include "sim/typfile.h"
 #include "ui/commandtables.h"
 #include "ui/dialogs/settingsdialogs.h"
+#include "ui/manualwindow.h"
 
 #include <QCheckBox>
 #include <QDialog>
@@ -13,6 +14,7 @@
 #include <QRadioButton>
 #include <QSlider>
 #include <QTest>
+#include <QTextBrowser>
 
 #include <map>
 
@@ -353,6 +355,21 @@ TEST_F(SettingsDialogs, a_tracer_defined_twice_is_told_when_its_source_is_chosen
     });
     EXPECT_EQ(flag(2, 13), 0);
     EXPECT_EQ(flag(3, 13), 2);
+}
+
+TEST_F(SettingsDialogs, F1_shows_the_page_of_the_dialog) {
+    make_model(5, 4);
+    const bool found = ui::manual_folder().has_value();
+    if (!found) {
+        user.expect_message("Tervex Desk", "The manual was not found beside the program.");
+    }
+    in_command("mnuTransportBox", "Boxmodel", [found](QDialog& dialog) {
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        QTest::keyClick(&dialog, Qt::Key_F1);
+        const auto* page = dialog.findChild<QTextBrowser*>();
+        EXPECT_EQ(found, page && page->toPlainText().contains("Multiple Continua"));
+        press(dialog, "cmdCancel");
+    });
 }
 
 class ModelDimension : public SettingsDialogs {
