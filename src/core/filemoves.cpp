@@ -2,6 +2,7 @@
 
 #include "base/failure.h"
 #include "base/textfile.h"
+#include "core/undofolder.h"
 
 #include <fmt/format.h>
 
@@ -26,25 +27,11 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::size_t block_size = std::size_t{1} << 16;
-constexpr int lock_attempts = 3000; // of 20 ms
+constexpr int lock_attempts = 3000;  // of 20 ms
+constexpr int removal_attempts = 10; // a command that holds it longer removes it itself
+constexpr std::string_view aside_of_a_name = "name.";
 constexpr mode_t new_file_mode = 0666;
 constexpr mode_t mode_bits = 07777;
-
-// The file that a move replaces: the one behind a link, also behind one that points nowhere yet.
-fs::path behind_links(fs::path file) {
-    std::error_code ignored;
-    for (int depth = 0; depth < 40 && fs::is_symlink(file, ignored); ++depth) {
-        const fs::path target = fs::read_symlink(file, ignored);
-        file = (target.is_absolute() ? target : file.parent_path() / target).lexically_normal();
-    }
-    return file;
-}
-
-// A name that cannot be looked up counts as taken.
-bool is_there(const fs::path& file) {
-    std::error_code ignored;
-    return fs::symlink_status(file, ignored).type() != fs::file_type::not_found;
-}
 
 void flush_folder(const fs::path& folder) {
     const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -54,12 +41,15 @@ void flush_folder(const fs::path& folder) {
     }
 }
 
-void give_mode(const fs::path& file, mode_t mode, const fs::path& shown) {
-    struct stat state {};
-    const bool has_mode =
-        ::stat(file.c_str(), &state) == 0 && ((state.st_mode ^ mode) & mode_bits) == 0;
-    if (!has_mode && ::chmod(file.c_str(), mode & mode_bits) != 0) {
-        throw_errno("written", shown);
+bool is_link(const fs::path& file) {
+    std::error_code ignored;
+    return fs::is_symlink(file, ignored);
+}
+
+// A link has no bytes of its own.
+void flush_file(const fs::path& file, const fs::path& shown) {
+    if (!is_link(file)) {
+        Descriptor(file, O_RDONLY, shown).flush();
     }
 }
 
@@ -78,13 +68,8 @@ void replace(const fs::path& from, const fs::path& target) {
     }
     const fs::path beside = copy_beside(target);
     try {
-        copy_bytes(from, beside, target);
-        struct stat state {};
-        if (::stat(from.c_str(), &state) != 0) {
-            throw_errno("read", from);
-        }
-        give_mode(beside, state.st_mode, target);
-        Descriptor(beside, O_RDONLY, target).flush();
+        copy_as_it_is(from, beside, target);
+        flush_file(beside, target);
         if (::rename(beside.c_str(), target.c_str()) != 0) {
             throw_errno("written", target);
         }
@@ -170,9 +155,13 @@ std::optional<std::vector<FileMove>> read_list(const fs::path& hidden, const cha
     return moves;
 }
 
+bool replaces_name(const FileMove& move) {
+    return move.aside.filename().string().starts_with(aside_of_a_name);
+}
+
 // New content goes to the file behind a link; a removal takes the link itself.
 fs::path place_of(const FileMove& move) {
-    return move.aside.empty() ? move.target : behind_links(move.target);
+    return move.aside.empty() || replaces_name(move) ? move.target : behind_links(move.target);
 }
 
 void remove_if_there(const fs::path& file) {
@@ -214,8 +203,8 @@ void flush_targets(const std::vector<FileMove>& moves) {
 }
 
 bool is_ours(std::string_view name) {
-    return name.starts_with("new.") || name.starts_with("old.") || name == "draft" ||
-           name == "journal" || name == "undo";
+    return name.starts_with("new.") || name.starts_with(aside_of_a_name) ||
+           name.starts_with("old.") || name == "draft" || name == "journal" || name == "undo";
 }
 
 bool has_list(const fs::path& hidden) {
@@ -231,12 +220,14 @@ void drop_files(const fs::path& hidden) noexcept {
     std::error_code ignored;
     std::vector<fs::path> files;
     for (const auto& entry : fs::directory_iterator(hidden, ignored)) {
-        if (is_ours(entry.path().filename().string())) {
-            files.push_back(entry.path());
-        }
+        files.push_back(entry.path());
     }
     for (const fs::path& file : files) {
-        ::unlink(file.c_str());
+        if (const std::string name = file.filename().string(); is_ours(name)) {
+            ::unlink(file.c_str());
+        } else if (is_undo_folder(name)) {
+            drop_dead_undo_folder(file);
+        }
     }
 }
 
@@ -261,10 +252,9 @@ void keep_old(const fs::path& hidden, FileMove& move, int number) {
     move.old = hidden / fmt::format("old.{}", number);
     ::unlink(move.old.c_str());
     if (::link(place.c_str(), move.old.c_str()) != 0) {
-        copy_bytes(place, move.old, move.target);
-        give_mode(move.old, state.st_mode, move.target);
+        copy_as_it_is(place, move.old, move.target);
     }
-    if (!move.aside.empty()) {
+    if (!move.aside.empty() && !replaces_name(move)) {
         if (::chown(move.aside.c_str(), state.st_uid, state.st_gid) != 0) {
             // Only the superuser may give files away: a new file of one's own is as good.
         }
@@ -292,7 +282,7 @@ void prepare(const fs::path& hidden, std::vector<FileMove>& moves) {
     int number = 1;
     for (FileMove& move : moves) {
         if (!move.aside.empty()) {
-            Descriptor(move.aside, O_RDONLY, move.target).flush();
+            flush_file(move.aside, move.target);
         }
         keep_old(hidden, move, number++);
     }
@@ -415,6 +405,46 @@ void copy_bytes(const fs::path& from, const fs::path& to, const fs::path& shown)
     }
 }
 
+void give_mode(const fs::path& file, std::uint32_t mode, const fs::path& shown) {
+    struct stat state {};
+    const bool has_mode =
+        ::stat(file.c_str(), &state) == 0 && ((state.st_mode ^ mode) & mode_bits) == 0;
+    if (!has_mode && ::chmod(file.c_str(), mode & mode_bits) != 0) {
+        throw_errno("written", shown);
+    }
+}
+
+void copy_as_it_is(const fs::path& from, const fs::path& to, const fs::path& shown) {
+    struct stat state {};
+    if (::lstat(from.c_str(), &state) != 0) {
+        throw_errno("read", from);
+    }
+    if (!S_ISLNK(state.st_mode)) {
+        copy_bytes(from, to, shown);
+        return give_mode(to, state.st_mode, shown);
+    }
+    std::error_code failed;
+    const fs::path target = fs::read_symlink(from, failed);
+    ::unlink(to.c_str());
+    if (::symlink(target.c_str(), to.c_str()) != 0) {
+        throw_errno("written", shown);
+    }
+}
+
+fs::path behind_links(fs::path file) {
+    std::error_code ignored;
+    for (int depth = 0; depth < 40 && fs::is_symlink(file, ignored); ++depth) {
+        const fs::path target = fs::read_symlink(file, ignored);
+        file = (target.is_absolute() ? target : file.parent_path() / target).lexically_normal();
+    }
+    return file;
+}
+
+bool is_there(const fs::path& file) {
+    std::error_code ignored;
+    return fs::symlink_status(file, ignored).type() != fs::file_type::not_found;
+}
+
 void move_all(const fs::path& hidden, std::vector<FileMove> moves,
               const std::function<void()>& last) {
     if (has_list(hidden)) {
@@ -460,6 +490,19 @@ void unlock_folder(const fs::path& hidden, int lock) noexcept {
     }
     ::rmdir(hidden.c_str());
     ::close(lock);
+}
+
+void remove_hidden_folder(const fs::path& hidden) noexcept {
+    for (int attempt = 0; attempt < removal_attempts && is_there(hidden); ++attempt) {
+        try {
+            if (const int lock = try_lock(hidden); lock >= 0) {
+                return unlock_folder(hidden, lock);
+            }
+        } catch (const base::FileFailure&) {
+            return;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
 }
 
 void settle_locked(const fs::path& hidden, int lock) {

@@ -4,12 +4,14 @@
 #include "base/paths.h"
 #include "base/textfile.h"
 #include "core/filemoves.h"
+#include "core/undosteps.h"
 
 #include <fmt/format.h>
 
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace core {
@@ -33,13 +35,21 @@ void write_all(const fs::path& aside, const fs::path& file, std::string_view byt
     out.write(bytes);
 }
 
+std::string base_of(const fs::path& project) {
+    const std::string full = project.string();
+    return full.substr(0, full.size() - std::min<std::size_t>(4, full.size()));
+}
+
 } // namespace
 
+fs::path hidden_folder_of(const fs::path& project) {
+    const fs::path base = base_of(base::absolute_path(project));
+    return base.parent_path() / fmt::format(".{}.tervex", base.filename().string());
+}
+
 ModelFiles::ModelFiles(fs::path project, Access access)
-    : project_(base::absolute_path(project)), access_(access) {
-    const std::string full = project_.string();
-    base_ = full.substr(0, full.size() - std::min<std::size_t>(4, full.size()));
-    hidden_ = folder() / fmt::format(".{}.tervex", base_name());
+    : project_(base::absolute_path(project)), base_(base_of(project_)),
+      hidden_(hidden_folder_of(project_)), access_(access) {
     if (access_ == Access::write) {
         open_hidden_folder();
     } else if (std::error_code ignored; fs::is_directory(fs::symlink_status(hidden_, ignored))) {
@@ -55,7 +65,8 @@ ModelFiles::ModelFiles(ModelFiles&& other) noexcept
     : project_(std::move(other.project_)), base_(std::move(other.base_)),
       hidden_(std::move(other.hidden_)), access_(other.access_),
       lock_(std::exchange(other.lock_, -1)), next_number_(other.next_number_),
-      changes_(std::move(other.changes_)), in_place_(std::move(other.in_place_)) {}
+      changes_(std::move(other.changes_)), in_place_(std::move(other.in_place_)),
+      steps_(std::move(other.steps_)) {}
 
 ModelFiles& ModelFiles::operator=(ModelFiles&& other) noexcept {
     if (this != &other) {
@@ -68,6 +79,7 @@ ModelFiles& ModelFiles::operator=(ModelFiles&& other) noexcept {
         next_number_ = other.next_number_;
         changes_ = std::move(other.changes_);
         in_place_ = std::move(other.in_place_);
+        steps_ = std::move(other.steps_);
     }
     return *this;
 }
@@ -203,12 +215,33 @@ void ModelFiles::move_file(const fs::path& from, const fs::path& to) {
     if (::link(place->c_str(), aside.c_str()) != 0) {
         copy_bytes(*place, aside, name);
     }
+    put_aside(name, aside);
+    remove_file(from);
+}
+
+void ModelFiles::take_over(const fs::path& from, const fs::path& to, bool itself,
+                           std::uint32_t mode) {
+    require_write_access();
+    const fs::path name = base::absolute_path(to), aside = new_aside_name(itself ? "name" : "new");
+    struct stat state {};
+    const bool found = ::lstat(from.c_str(), &state) == 0;
+    // Another name of the same bytes would get the mode as well, and keep sessions from writing in
+    // place.
+    if (!found || state.st_nlink > 1 || ::link(from.c_str(), aside.c_str()) != 0) {
+        copy_as_it_is(from, aside, name);
+    }
+    put_aside(name, aside);
+    if (!S_ISLNK(state.st_mode)) {
+        give_mode(aside, mode, name);
+    }
+}
+
+void ModelFiles::put_aside(const fs::path& name, const fs::path& aside) {
     if (const auto change = changes_.find(name); change != changes_.end()) {
         std::error_code ignored;
         fs::remove(change->second.aside, ignored);
     }
     changes_[name] = Change{aside};
-    remove_file(from);
 }
 
 void ModelFiles::remove_file(const fs::path& file) {
@@ -254,12 +287,15 @@ fs::path ModelFiles::open_file_aside(const fs::path& file, bool fresh) {
     return aside;
 }
 
-void ModelFiles::write_in_place(const fs::path& file) {
+void ModelFiles::write_in_place(const fs::path& file, const fs::path& copy) {
     require_write_access();
     const fs::path name = base::absolute_path(file);
     std::error_code failed;
     if (fs::hard_link_count(name, failed) == 1 && !failed && ::access(name.c_str(), W_OK) == 0) {
-        in_place_.insert(name);
+        const bool is_first = in_place_.insert(name).second;
+        if (const auto steps = steps_.lock(); steps && is_first && !copy.empty()) {
+            steps->keep_in_place(name, copy);
+        }
     }
 }
 
@@ -271,8 +307,8 @@ void ModelFiles::end_in_place() {
     }
 }
 
-fs::path ModelFiles::new_aside_name() {
-    return hidden_ / fmt::format("new.{}", next_number_++);
+fs::path ModelFiles::new_aside_name(std::string_view kind) {
+    return hidden_ / fmt::format("{}.{}", kind, next_number_++);
 }
 
 void ModelFiles::rollback() {
@@ -293,7 +329,17 @@ void ModelFiles::commit(const std::function<void()>& outside) {
         moves.push_back({change.aside, file, {}});
     }
     changes_.clear(); // from here on the files aside are move_all's
-    move_all(hidden_, std::move(moves), outside);
+    const auto steps = steps_.lock();
+    if (!steps) {
+        return move_all(hidden_, std::move(moves), outside);
+    }
+    steps->keep(moves);
+    try {
+        move_all(hidden_, std::move(moves), outside);
+    } catch (...) {
+        steps->forget();
+        throw;
+    }
 }
 
 } // namespace core

@@ -10,13 +10,17 @@
 #include <filesystem>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace core {
+
+class UndoSteps;
 
 enum class Access {
     read,  // needs no lock and no writable folder
@@ -67,6 +71,10 @@ public:
     // `to` becomes what `from` is now, and `from` is removed, without copying bytes.
     void move_file(const std::filesystem::path& from, const std::filesystem::path& to);
     void remove_file(const std::filesystem::path& file);
+    // `to` becomes what `from`, which lies outside the model's folder, is, with this mode; `from`
+    // stays. `itself`: a link in the place of `to` is replaced, not the file behind it.
+    void take_over(const std::filesystem::path& from, const std::filesystem::path& to, bool itself,
+                   std::uint32_t mode);
 
     // A file aside that stands for the companion from now on, to be written in place: `fresh`
     // begins empty, otherwise with the present content (empty when there is none). The same path on
@@ -76,8 +84,9 @@ public:
 
     // From now on the file, which is in the folder, is written where it lies: for a worksheet
     // session, which keeps a copy of it in the folder and writes layer by layer. A file that has
-    // another link or cannot be written is kept aside like all others.
-    void write_in_place(const std::filesystem::path& file);
+    // another link or cannot be written is kept aside like all others. `copy` is that copy of what
+    // the file is now; empty when the unit of work before this one has written the file.
+    void write_in_place(const std::filesystem::path& file, const std::filesystem::path& copy = {});
     // Flushes the files that are written in place; from now on they are kept aside again.
     void end_in_place();
 
@@ -90,6 +99,10 @@ public:
     void rollback();
     bool changed() const { return !changes_.empty(); }
 
+    // From now on `steps`, for as long as they live, keep the old files of every commit. They
+    // belong to the same model.
+    void keep_steps(std::weak_ptr<UndoSteps> steps) { steps_ = std::move(steps); }
+
 private:
     struct Change {
         std::filesystem::path aside; // empty: the file is to be removed
@@ -99,7 +112,8 @@ private:
     void close_hidden_folder() noexcept;
     void require_write_access() const;
     std::filesystem::path companion(std::string_view extension) const;
-    std::filesystem::path new_aside_name();
+    std::filesystem::path new_aside_name(std::string_view kind = "new");
+    void put_aside(const std::filesystem::path& name, const std::filesystem::path& aside);
 
     std::filesystem::path project_;
     std::string base_;
@@ -109,6 +123,10 @@ private:
     int next_number_ = 1;
     std::map<std::filesystem::path, Change> changes_;
     std::set<std::filesystem::path> in_place_;
+    std::weak_ptr<UndoSteps> steps_;
 };
+
+// The hidden folder of the model with this project file.
+std::filesystem::path hidden_folder_of(const std::filesystem::path& project);
 
 } // namespace core

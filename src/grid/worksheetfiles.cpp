@@ -122,7 +122,8 @@ void make_scratch_files(const EditRequest& request, int period, core::ArrayStore
 
 void edit_in_place(const EditRequest& request, core::ModelFiles& files) {
     for (const int number : numbers_of(request)) {
-        files.write_in_place(files.name_of(core::file_ext(number)));
+        files.write_in_place(files.name_of(core::file_ext(number)),
+                             scratch_path(files, backup_extension(number)));
     }
     files.write_in_place(scratch_path(files, zone_scratch));
 }
