@@ -87,7 +87,7 @@ void add_cache(const fs::path& folder) {
             for ([[maybe_unused]] auto _ : state) {
                 work(cached);
             }
-        });
+        })->UseRealTime();
     };
     add("rvb write", [](const CachedField& cached) { cached.write_cache(); });
     add("plain write", [](const CachedField& cached) { cached.write_plainly(); });

@@ -117,9 +117,10 @@ double Costs::median(const std::string& name) const {
 void CostReporter::ReportRuns(const std::vector<Run>& runs) {
     for (const Run& run : runs) {
         if (run.run_type == Run::RT_Iteration && !run.error_occurred) {
-            const double cost = run.counters.contains("cost")
-                                    ? run.counters.at("cost").value
-                                    : run.cpu_accumulated_time / double(run.iterations);
+            const bool by_clock = !run.run_name.time_type.empty();
+            const double seconds = by_clock ? run.real_accumulated_time : run.cpu_accumulated_time;
+            const double cost = run.counters.contains("cost") ? run.counters.at("cost").value
+                                                              : seconds / double(run.iterations);
             costs_.add(run.run_name.function_name, cost);
         }
     }

@@ -11,7 +11,8 @@
 
 namespace bench {
 
-// Costs by name: CPU seconds of an iteration, one for each repetition, or bytes.
+// Costs by name: CPU seconds of an iteration, one for each repetition, or bytes. What works in two
+// threads, and what it is held against, counts the seconds of the clock (UseRealTime).
 class Costs {
 public:
     void add(const std::string& name, double cost) { costs_[name].push_back(cost); }

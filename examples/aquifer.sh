@@ -25,10 +25,11 @@ define 4 2 "$below_sand"
 define 3 3 "$below_sand"
 define 4 3 "$base"
 
-# A lens of clay lies in the sand; the finer bed below is a zone of its own.
-define 1403 1 1
-define 1403 2 "((x - 900) / 400) ^ 2 + ((y - 1300) / 250) ^ 2 < 1 ? 4 : 2"
-define 1403 3 3
+# Gravel, sand, the finer bed; a lens of clay lies in the sand.
+for layer in 1 2 3; do
+    define 1403 "$layer" "$layer"
+done
+zone 1403 2 4 "$(ellipse 900 1300 400 250)"
 
 td type set "$model" --flow 1 --flow-type simulated --heat 0 --transport 0
 td coupling set "$model" --flow-heat 0 --density 0 --permeability 0 --rock-temperature 0
@@ -51,7 +52,9 @@ define 1433 "1 2" "i == 1 ? 1E-7 : 0"
 
 # Recharge by rain: 250 mm a year on meadows, 150 mm in the forest at the hillside, 60 mm in the
 # village.
-define 1407 1 "x < 600 ? 4.75E-9 : x > 1500 && x < 1900 && y > 700 && y < 1100 ? 1.9E-9 : 7.93E-9"
+define 1407 1 7.93E-9
+zone 1407 1 4.75E-9 "$(rectangle 0 0 600 2000)"
+zone 1407 1 1.9E-9 "$(rectangle 1500 700 1900 1100)"
 
 # Two wells in the sand and the gravel; after ten years they give less and a third one is added.
 td periods set "$model" --unit 4 --flow transient \

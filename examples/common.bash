@@ -96,3 +96,35 @@ define() {
         cells "$3" | td array write "$model" "$1" --layer "$layer" --define "${@:4}"
     done
 }
+
+# rectangle WEST SOUTH EAST NORTH, ellipse X Y RADIUS_X RADIUS_Y: the nodes of a zone, x and y in
+# metres as in `cells`.
+rectangle() { echo "$1,$2 $3,$2 $3,$4 $1,$4"; }
+ellipse() {
+    awk -v x="$1" -v y="$2" -v radius_x="$3" -v radius_y="$4" 'BEGIN {
+        nodes = 40
+        for (n = 0; n < nodes; ++n) {
+            turn = 6.283185 * n / nodes
+            printf "%.2f,%.2f ", x + radius_x * cos(turn), y + radius_y * sin(turn)
+        }
+    }'
+}
+
+# zone PARAMETER LAYERS VALUE NODES: draws a zone in each of these layers and gives its cells the
+# value.
+zone() {
+    local layer number nodes
+    nodes=$(awk -v heights="${rows[*]}" -v nodes="$4" 'BEGIN {
+        ny = split(heights, height, " ")
+        for (j = 1; j <= ny; ++j) north += height[j]
+        count = split(nodes, node, " ")
+        for (n = 1; n <= count; ++n) {
+            split(node[n], at, ",")
+            printf "%s,%s ", at[1], north - at[2]
+        }
+    }')
+    for layer in $2; do
+        number=$(td zones add "$model" --param "$1" --layer "$layer" --value "$3" --nodes "$nodes")
+        td zones transfer "$model" --param "$1" --layer "$layer" --zone "$number"
+    done
+}

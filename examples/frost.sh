@@ -9,7 +9,7 @@ new_model frost "Thawing permafrost below a lake"
 # 300 m x 240 m of tundra with a round lake in the middle.
 columns=($(equal 30 10))
 rows=($(equal 24 10))
-lake="(x - 150) ^ 2 + (y - 120) ^ 2 < 60 ^ 2"
+lake=$(ellipse 150 120 60 60)
 td grid set "$model" --layers 16 --columns 30 --column-size 10 --rows 24 --row-size 10 --finish
 
 # 300 m deep, from half a metre at the surface, where the seasons work, to tens of metres.
@@ -27,8 +27,8 @@ td info-results set "$model" --level 2 --protocol 0 --vtk 1 --thermal 1 \
 # through, 95 % of the pore space is ice. The bottom of the lake is warm and has thawed.
 while read -r layer zone temperature solidus ice; do
     define 1403 "$layer" "$zone"
-    define 1402 "$layer" "layer == 1 && $lake ? 3 : $temperature"
-    define 1434 "$layer" "layer == 1 && $lake ? 0 : $ice"
+    define 1402 "$layer" "$temperature"
+    define 1434 "$layer" "$ice"
     define 1435 "$layer" "$solidus"
 done < <(awk -v thickness="${thickness[*]}" 'BEGIN {
     split("0.45 0.25 0.08", porosity, " ")
@@ -49,6 +49,8 @@ done < <(awk -v thickness="${thickness[*]}" 'BEGIN {
             0.95 * porosity[zone] * frozen
     }
 }')
+zone 1402 1 3 "$lake"
+zone 1434 1 0 "$lake"
 define 1436 1 0 # and 0 below
 
 td rock set "$model" --zones 3 --compressibility 1.0E-10 \

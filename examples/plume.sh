@@ -14,9 +14,9 @@ td grid set "$model" --layers 3 --columns 80 --column-size 5 --rows 40 --row-siz
 td layers set "$model" --geometry thickness --thickness all=4
 
 # An old river channel runs through the valley sands; below it the sands are finer.
-channel="(y - 110) ^ 2 < 30 ^ 2"
-define 1403 "1 2" "$channel ? 2 : 1"
-define 1403 3 1
+channel=$(rectangle 0 80 400 140)
+define 1403 "$all" 1
+zone 1403 "1 2" 2 "$channel"
 
 td type set "$model" --flow 1 --flow-type prescribed --heat 0 --transport 1 --transport-scheme S
 td coupling set "$model" --density 0
@@ -27,20 +27,21 @@ td rock set "$model" --zones 2 --compressibility 1.0E-10 \
 
 # Flow velocity [m/s]: to the east, three times as fast in the channel, with a slow drift to the north
 # that is the same everywhere. Such a field neither loses nor gains water.
-define 1408 "1 2" "$channel ? 1.5E-6 : 5E-7"
-define 1408 3 5E-7
+define 1408 "$all" 5E-7
+zone 1408 "1 2" 1.5E-6 "$channel"
 define 1409 "$all" 4E-8
 define 1410 1 0
 
 # Sources: tracer 1 leaks from a tank near the channel, tracer 2 was spilt farther east and lies on
 # the two upper layers. The tank goes on leaking: its concentration is fixed, as is that of the clean
 # water which enters in the west and in the south.
-tank="x > 40 && x < 60 && y > 90 && y < 105"
-spill="(x - 140) ^ 2 + (y - 60) ^ 2 < 15 ^ 2"
-define 1406 1 "$tank ? 1 : $spill ? 2 : 0"
-define 1406 2 "$spill ? 2 : 0"
-define 40 1 "i == 1 || j == ny || $tank ? -1 : 1"
-define 40 "2 3" "i == 1 || j == ny ? -1 : 1"
+tank=$(rectangle 40 90 60 105)
+spill=$(ellipse 140 60 15 15)
+define 1406 "1 2" 0
+zone 1406 1 1 "$tank"
+zone 1406 "1 2" 2 "$spill"
+define 40 "$all" "i == 1 || j == ny ? -1 : 1"
+zone 40 1 -1 "$tank"
 td tracer set "$model" --tracer 1 --active 1 --concentration 5.5 --betac 0 \
     --tracer 2 --active 1 --concentration 0.8 --betac 0
 td dispersion set "$model" --diffusion 0.1 --longitudinal 5.0 --transverse 0.5

@@ -18,11 +18,27 @@ td layers set "$model" --geometry thickness --thickness all=400
 
 # Zones: 1 cover, 2 dipping sandstone, 3 basement, 4 fault. The fault dips to the east and, as it
 # strikes obliquely, lies a column farther east in each slab; its eastern block has come down 400 m.
-depth="(4000 - y)"
-fault="(3500 + 125 * layer + 0.25 * $depth)"
-sandstone="(600 + 0.06 * x + (x > $fault ? 400 : 0))"
-define 1403 "$all" "(x - $fault) ^ 2 < 90 ^ 2 ? 4 : \
-    $depth < $sandstone ? 1 : $depth < $sandstone + 350 ? 2 : 3"
+# The sandstone is 350 m thick and dips by 6 %.
+define 1403 "$all" 3
+for slab in $all; do
+    while read -r zone nodes; do
+        zone 1403 "$slab" "$zone" "$nodes"
+    done < <(awk -v outcrop=$((3500 + 125 * slab)) '
+        function node(x, depth) { return sprintf("%.2f,%.2f ", x, 4000 - depth) }
+        # Where a bed that is so deep in the west meets the fault.
+        function at_fault(depth) {
+            depth = (depth + 0.06 * outcrop) / (1 - 0.06 * 0.25)
+            return node(outcrop + 0.25 * depth, depth)
+        }
+        BEGIN {
+            print 1, node(0, 0) node(8000, 0) node(8000, 1480) at_fault(1000) \
+                at_fault(600) node(0, 600)
+            print 2, node(0, 600) at_fault(600) at_fault(950) node(0, 950)
+            print 2, at_fault(1000) node(8000, 1480) node(8000, 1830) at_fault(1350)
+            print 4, node(outcrop - 90, 0) node(outcrop + 90, 0) \
+                node(outcrop + 1090, 4000) node(outcrop + 910, 4000)
+        }')
+done
 
 td type set "$model" --flow 1 --flow-type simulated --heat 1 --heat-scheme U --transport 0
 td coupling set "$model" --flow-heat 1 --density 0 --rock-temperature 1
@@ -44,7 +60,7 @@ define 10 "$all" "x < 3800 ? 310 - 0.07 * x : 44 + 0.02 * (x - 3800)"
 define 5 "$all" "j == 1 ? -1 : 1"
 
 # 10 degrees at the surface, 30 degrees more a kilometre deeper, 70 mW/m2 from below.
-define 1402 "$all" "10 + 0.03 * $depth"
+define 1402 "$all" "10 + 0.03 * (4000 - y)"
 define 1405 "$all" "j == 1 ? -1 : j == ny ? 2 : 1"
 define 1437 "$all" "j == ny ? 0.07 : 0"
 

@@ -115,14 +115,12 @@ void keep_program_folder_inside(Words& words) {
 
 void run_on_fresh_model(Words words) {
     static const ScratchFolder::Files model = made_model();
+    static const ScratchFolder folder;
     if (!stays_inside(words)) {
         return;
     }
     keep_program_folder_inside(words);
-    const ScratchFolder folder;
-    for (const auto& [name, bytes] : model) {
-        folder.write(name, bytes);
-    }
+    folder.restore(model);
     const Visit visit(folder.path());
     const int status = td(words);
     require(status >= td::done && status <= td::run_time_failure, "no exit status of td");

@@ -48,4 +48,18 @@ ScratchFolder::Files ScratchFolder::files() const {
     return files;
 }
 
+void ScratchFolder::restore(const Files& wanted) const {
+    for (const auto& entry : fs::directory_iterator(path_)) {
+        if (!entry.is_regular_file() || !wanted.contains(entry.path().filename().string())) {
+            fs::remove_all(entry.path());
+        }
+    }
+    const Files present = files();
+    for (const auto& [name, bytes] : wanted) {
+        if (const auto file = present.find(name); file == present.end() || file->second != bytes) {
+            write(name, bytes);
+        }
+    }
+}
+
 } // namespace fuzz

@@ -21,6 +21,8 @@ public:
     // Name and content of every file directly inside.
     using Files = std::map<std::string, std::string>;
     Files files() const;
+    // Makes these files all that is inside; writes only those that differ.
+    void restore(const Files& wanted) const;
 
 private:
     std::filesystem::path path_;

@@ -79,8 +79,8 @@ void trs(std::string_view bytes);
 void arraytext(std::string_view bytes);
 void grd(std::string_view bytes);
 
-// Command lines of `td`: words closed by a zero byte, lines by 1E (hexadecimal). Each runs on a
-// small model in a folder of its own, out of which no word may lead.
+// Command lines of `td`: words closed by a zero byte, lines by 1E (hexadecimal). Each runs on the
+// same small model, made anew in a folder out of which no word may lead.
 void arguments(std::string_view words);
 
 // Scripts of worksheet sessions, ended with No and with Yes.

@@ -3,8 +3,12 @@
 #include "base/interaction.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
-#include <vector>
+#include <future>
+#include <memory>
+#include <mutex>
+#include <optional>
 
 namespace convert {
 
@@ -45,16 +49,36 @@ Block largest_block(const StreamGrid& grid) {
     return block;
 }
 
-template <class Visit>
-void for_each_block(const StreamGrid& grid, Visit visit) {
-    const Block largest = largest_block(grid);
-    for (int column = 0; column < grid.I0; column += largest.columns) {
-        for (int row = 0; row < grid.J0; row += largest.rows) {
-            visit(Block{column, std::min(largest.columns, grid.I0 - column), row,
-                        std::min(largest.rows, grid.J0 - row)});
+// Hands out the blocks of a slot, each of them once, to all threads that ask.
+class Blocks {
+public:
+    explicit Blocks(const StreamGrid& grid)
+        : grid_(grid), largest_(largest_block(grid)),
+          in_column_((grid.J0 + largest_.rows - 1) / largest_.rows),
+          count_((grid.I0 + largest_.columns - 1) / largest_.columns * in_column_) {}
+
+    int count() const { return count_; }
+    std::optional<Block> next() {
+        const int number = next_++;
+        if (number >= count_) {
+            return std::nullopt;
         }
+        const int column = number / in_column_ * largest_.columns,
+                  row = number % in_column_ * largest_.rows;
+        return Block{column, std::min(largest_.columns, grid_.I0 - column), row,
+                     std::min(largest_.rows, grid_.J0 - row)};
     }
-}
+    int percent() const {
+        return static_cast<int>(100 * std::int64_t{std::min<int>(next_, count_)} / count_);
+    }
+    void drop_rest() { next_ = count_; }
+
+private:
+    StreamGrid grid_;
+    Block largest_;
+    int in_column_, count_;
+    std::atomic<int> next_ = 0;
+};
 
 // `access` gets the byte and the values of each piece of the file that the block is made of.
 template <class Access>
@@ -108,21 +132,36 @@ void turn_square(ConstLines from, Lines to) {
     store(to.first + 3 * to.distance, __builtin_shufflevector(ab_last, cd_last, 2, 3, 6, 7));
 }
 
-// to[b][a] = from[a][b] for all of as x bs.
-void turn(ConstLines from, Lines to, int as, int bs) {
+// Which of two numbers counts layers.
+enum class Layers { a, b };
+
+// to[b][a] = from[a][b] for all of as x bs, square by square. Squares follow each other through the
+// layers first: columns first takes up to twice the time, for the sake of the caches.
+void turn(ConstLines from, Lines to, int as, int bs, Layers layers) {
     constexpr int square = 4;
-    for (int a = 0; a < as; a += square) {
-        for (int b = 0; b < bs; b += square) {
-            const ConstLines source{from.first + a * from.distance + b, from.distance};
-            const Lines target{to.first + b * to.distance + a, to.distance};
-            if (a + square <= as && b + square <= bs) {
-                turn_square(source, target);
-                continue;
+    const auto turn_at = [&](int a, int b) {
+        const ConstLines source{from.first + a * from.distance + b, from.distance};
+        const Lines target{to.first + b * to.distance + a, to.distance};
+        if (a + square <= as && b + square <= bs) {
+            turn_square(source, target);
+            return;
+        }
+        for (int y = 0; y < std::min(square, bs - b); ++y) {
+            for (int x = 0; x < std::min(square, as - a); ++x) {
+                target.first[y * target.distance + x] = source.first[x * source.distance + y];
             }
-            for (int y = 0; y < std::min(square, bs - b); ++y) {
-                for (int x = 0; x < std::min(square, as - a); ++x) {
-                    target.first[y * target.distance + x] = source.first[x * source.distance + y];
-                }
+        }
+    };
+    if (layers == Layers::b) {
+        for (int a = 0; a < as; a += square) {
+            for (int b = 0; b < bs; b += square) {
+                turn_at(a, b);
+            }
+        }
+    } else {
+        for (int b = 0; b < bs; b += square) {
+            for (int a = 0; a < as; a += square) {
+                turn_at(a, b);
             }
         }
     }
@@ -142,9 +181,10 @@ void for_each_tile(const Block& block, const StreamGrid& grid, Visit visit) {
 class Buffer {
 public:
     explicit Buffer(const StreamGrid& grid)
-        : layers_(grid.K0), values_(size(largest_block(grid))) {}
+        : layers_(grid.K0),
+          values_(std::make_unique_for_overwrite<float[]>(size(largest_block(grid)))) {}
 
-    std::span<float> of(const Block& block) { return std::span(values_).first(size(block)); }
+    std::span<float> of(const Block& block) { return {values_.get(), size(block)}; }
     // The layers of one row from `layer` on, a line for each column.
     Lines lines(const Block& block, int layer, int row) {
         return {&values_[as_size(row) * as_size(layers_) + as_size(layer)],
@@ -157,8 +197,37 @@ private:
     }
 
     int layers_;
-    std::vector<float> values_;
+    std::unique_ptr<float[]> values_;
 };
+
+// Gives each block and a buffer to `work`: in two threads where there are several blocks, for
+// turning the values takes longer than moving the bytes. `pause` is called between the blocks of
+// this thread.
+template <class Work, class Pause>
+void share_blocks(const StreamGrid& grid, Work work, Pause pause) {
+    Blocks blocks(grid);
+    const auto take_blocks = [&](auto behind_block) {
+        try {
+            Buffer buffer(grid);
+            while (const std::optional<Block> block = blocks.next()) {
+                work(*block, buffer);
+                behind_block();
+            }
+        } catch (...) {
+            blocks.drop_rest();
+            throw;
+        }
+    };
+    // Where no thread can be had, this one finds nothing left to do when it looks for the other.
+    std::future<void> other;
+    if (blocks.count() > 1) {
+        other = std::async(std::launch::async | std::launch::deferred, take_blocks, [] {});
+    }
+    take_blocks([&] { pause(blocks.percent()); });
+    if (other.valid()) {
+        other.get();
+    }
+}
 
 // Values of a field from a cell to the one in the next layer.
 std::ptrdiff_t layer_distance(const StreamGrid& grid) {
@@ -169,25 +238,26 @@ std::ptrdiff_t layer_distance(const StreamGrid& grid) {
 
 void write_slot(const Field& field, std::uint64_t start, core::RandomFile& cache) {
     const StreamGrid& grid = field.grid();
-    Buffer buffer(grid);
-    for_each_block(grid, [&](const Block& block) {
+    std::mutex writing;
+    const auto write = [&](const Block& block, Buffer& buffer) {
         for_each_tile(block, grid, [&](int layer, int layers, int row) {
             const auto line = field.row(layer + 1, block.row + row + 1);
             turn({&line[as_size(block.column)], layer_distance(grid)},
-                 buffer.lines(block, layer, row), layers, block.columns);
+                 buffer.lines(block, layer, row), layers, block.columns, Layers::a);
         });
+        const std::lock_guard lock(writing);
         for_each_piece(block, grid, start, buffer.of(block),
                        [&](std::uint64_t byte, auto piece) { cache.write_singles(byte, piece); });
-    });
+    };
+    share_blocks(grid, write, [](int) {});
 }
 
 Field read_slot_at(std::uint64_t start, const core::RandomFile& cache, const StreamGrid& grid,
                    FieldOrder order, base::Interaction& user) {
     const bool downward = order == FieldOrder::viewer;
     const std::ptrdiff_t distance = downward ? layer_distance(grid) : -layer_distance(grid);
-    Field field(grid);
-    Buffer buffer(grid);
-    for_each_block(grid, [&](const Block& block) {
+    Field field = Field::unset(grid);
+    const auto read = [&](const Block& block, Buffer& buffer) {
         for_each_piece(block, grid, start, buffer.of(block),
                        [&](std::uint64_t byte, auto piece) { cache.read_singles(byte, piece); });
         for_each_tile(block, grid, [&](int layer, int layers, int row) {
@@ -195,11 +265,11 @@ Field read_slot_at(std::uint64_t start, const core::RandomFile& cache, const Str
                 field.row(downward ? layer + 1 : grid.K0 - layer, block.row + row + 1);
             const Lines from = buffer.lines(block, layer, row);
             turn({from.first, from.distance}, {&line[as_size(block.column)], distance},
-                 block.columns, layers);
+                 block.columns, layers, Layers::b);
         });
-        user.show_meter(
-            static_cast<int>(100 * (std::int64_t{block.column} + block.columns) / grid.I0));
-    });
+    };
+    share_blocks(grid, read, [&](int percent) { user.show_meter(percent); });
+    user.show_meter(100);
     return field;
 }
 

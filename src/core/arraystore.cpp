@@ -1,6 +1,7 @@
 #include "core/arraystore.h"
 
 #include "base/failure.h"
+#include "base/textfile.h"
 #include "core/extensions.h"
 #include "core/modelfiles.h"
 #include "core/periodtables.h"
@@ -85,8 +86,12 @@ fs::path ArrayStore::file_of(int number) const {
 
 RandomFile ArrayStore::open(int number) const {
     const std::string& extension = extension_of(number);
-    if (const auto place = files_->changed() ? std::nullopt : files_->find(extension)) {
-        return RandomFile(*place, RandomFile::Mode::read, *place);
+    if (!files_->changed()) {
+        // Most files have their exact name: one that opens need not be looked for.
+        try {
+            return RandomFile(files_->base() + base::lower(extension));
+        } catch (const base::FileFailure&) {
+        }
     }
     const fs::path file = files_->name_of(extension);
     return RandomFile(files_->find_file(file).value_or(file), RandomFile::Mode::read, file);

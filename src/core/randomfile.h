@@ -18,6 +18,9 @@ public:
     // Opens the bytes at `place`; failures name `shown`. FileFailure when they cannot be opened or
     // are no ordinary file.
     RandomFile(const std::filesystem::path& place, Mode mode, std::filesystem::path shown);
+    // Opens `place` for reading.
+    explicit RandomFile(const std::filesystem::path& place)
+        : RandomFile(place, Mode::read, place) {}
 
     const std::filesystem::path& shown() const { return file_.shown(); }
     std::uint64_t size() const { return size_; }

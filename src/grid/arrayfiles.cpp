@@ -1,6 +1,7 @@
 #include "grid/arrayfiles.h"
 
 #include "base/binaryio.h"
+#include "base/textfile.h"
 #include "core/extensions.h"
 #include "core/modelfiles.h"
 
@@ -8,6 +9,7 @@
 #include <cstdint>
 #include <fstream>
 #include <optional>
+#include <set>
 #include <string>
 
 namespace grid {
@@ -45,21 +47,38 @@ std::optional<int> record_count(const std::filesystem::path& file) {
     return largest;
 }
 
+bool may_have_array(int number) {
+    return core::is_primary(number) && !core::file_ext(number).empty() &&
+           (number < first_scratch || number > last_scratch);
+}
+
 bool is_array_file(int number, const core::ModelFiles& files) {
-    if (!core::is_primary(number) || core::file_ext(number).empty() ||
-        (number >= first_scratch && number <= last_scratch)) {
-        return false;
-    }
     const auto file = files.find(core::file_ext(number));
     return file && (!may_be_a_result(number) || record_count(*file).value_or(0) > 0);
+}
+
+// Names in lower case.
+std::set<std::string> names_in(const std::filesystem::path& folder) {
+    std::set<std::string> names;
+    std::error_code none;
+    for (std::filesystem::directory_iterator at(folder, none), end; at != end; at.increment(none)) {
+        names.insert(base::lower(at->path().filename().string()));
+    }
+    return names;
 }
 
 } // namespace
 
 std::vector<int> existing_arrays(const core::ModelFiles& files) {
+    // One look at the folder for all: ModelFiles takes one for each companion that is missing.
+    const std::set<std::string> names = names_in(files.folder());
+    const std::string base = files.base_name();
+    const auto may_be_there = [&](int number) {
+        return files.changed() || names.contains(base::lower(base + core::file_ext(number)));
+    };
     std::vector<int> numbers;
     for (int number = 1; number <= core::parameter_count; ++number) {
-        if (is_array_file(number, files)) {
+        if (may_have_array(number) && may_be_there(number) && is_array_file(number, files)) {
             numbers.push_back(number);
         }
     }

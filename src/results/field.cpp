@@ -51,7 +51,14 @@ int count_of(StreamReader& stream, std::string_view word) {
 
 } // namespace
 
-Field::Field(const StreamGrid& grid) : grid_(grid), values_(grid.cells()) {}
+Field::Field(const StreamGrid& grid) : grid_(grid), values_(grid.cells(), 0.0F) {}
+
+Field Field::unset(const StreamGrid& grid) {
+    Field field;
+    field.grid_ = grid;
+    field.values_.resize(grid.cells());
+    return field;
+}
 
 std::span<float> Field::row(int layer, int row) {
     return std::span(values_).subspan(index(layer, row, 1), static_cast<std::size_t>(grid_.I0));
@@ -65,7 +72,7 @@ Field read_field(StreamReader& stream, const StreamGrid& grid, FieldOrder order,
     // Those who take counts strictly are those who read by InputNumber.
     const bool drops_behind_cr = repeat == RepeatCount::strict_32;
     require_values(stream, grid.cells(), repeat, what, drops_behind_cr);
-    Field field(grid);
+    Field field = Field::unset(grid);
     BlockReader block(stream, repeat, std::string(what), drops_behind_cr);
     for (int k = 0; k < grid.K0; ++k) {
         const int layer = order == FieldOrder::stream ? k + 1 : grid.K0 - k;

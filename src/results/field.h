@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -34,12 +35,31 @@ enum class FieldOrder {
     stream,    // both upward: the simulator's own indices
 };
 
+// Leaves new values as they come, for those who set them all.
+template <class Value>
+struct UnsetAllocator : std::allocator<Value> {
+    template <class Other>
+    struct rebind {
+        using other = UnsetAllocator<Other>;
+    };
+    template <class Made, class... From>
+    void construct(Made* at, From&&... from) {
+        if constexpr (sizeof...(From) == 0) {
+            ::new (static_cast<void*>(at)) Made;
+        } else {
+            std::construct_at(at, std::forward<From>(from)...);
+        }
+    }
+};
+
 // Values by (layer, row, column), from 1: column fastest, then row, then layer.
 class Field {
 public:
     Field() = default;
     // A field of zeros.
     explicit Field(const StreamGrid& grid);
+    // A field whose values are yet to be set.
+    static Field unset(const StreamGrid& grid);
 
     int nK() const { return grid_.K0; }
     int nJ() const { return grid_.J0; }
@@ -61,7 +81,7 @@ private:
     }
 
     StreamGrid grid_;
-    std::vector<float> values_;
+    std::vector<float, UnsetAllocator<float>> values_;
 };
 
 // Changes the values of one row as they come in.

@@ -117,6 +117,14 @@ TEST_F(ResultCache, fields_of_any_shape_come_back_in_both_orders) {
     }
 }
 
+TEST_F(ResultCache, a_slot_of_several_blocks_that_cannot_be_written_is_a_failure) {
+    const StreamGrid grid{33, 180, 120};
+    const fs::path file = folder.write("c.rvb", std::string(1000 + 4 * grid.cells(), '\0'));
+    core::RandomFile cache(file, core::RandomFile::Mode::read, file);
+    EXPECT_THROW(convert::SaveArray(3, numbered_field(grid), cache), base::FileFailure);
+    EXPECT_EQ(folder.read("c.rvb"), std::string(1000 + 4 * grid.cells(), '\0'));
+}
+
 TEST_F(ResultCache, a_block_that_is_not_there_leaves_what_was_converted_before) {
     user.expect_failure("has no block \"# POR\"", base::Reaction::next);
     convert({1, 3, 7});
