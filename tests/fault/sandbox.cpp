@@ -94,6 +94,16 @@ Sandbox::Sandbox() : root_(folder_.path() / "root") {
 
 Outcome Sandbox::run(const std::string& line, const std::string& input, const std::string& plan,
                      Counted counted) const {
+    return run_words(words_of(TD_PROGRAM, line), input, plan, counted);
+}
+
+Outcome Sandbox::run_program(const std::string& program, const std::string& arguments,
+                             const std::string& plan) const {
+    return run_words(words_of(program, arguments), "", plan, Counted::changes);
+}
+
+Outcome Sandbox::run_words(std::vector<std::string> words, const std::string& input,
+                           const std::string& plan, Counted counted) const {
     // The streams of a run carry the thread's number: two programs may run at once.
     const fs::path streams = folder_.path() / fmt::format("streams/{}", ::gettid());
     fs::create_directory(streams);
@@ -102,15 +112,16 @@ Outcome Sandbox::run(const std::string& line, const std::string& input, const st
     std::vector<std::string> variables = environment(plan, counted);
     variables.push_back("TD_FAULT_LOG=" + (streams / "log").string());
     Outcome run;
-    run.status = spawn(words_of(line), std::move(variables), streams);
+    run.status = spawn(std::move(words), std::move(variables), streams);
     run.out = bytes_of(streams / "out");
     run.err = bytes_of(streams / "err");
     run.calls = lines_of(streams / "log");
     return run;
 }
 
-std::vector<std::string> Sandbox::words_of(const std::string& line) const {
-    std::vector<std::string> words{TD_PROGRAM};
+std::vector<std::string> Sandbox::words_of(const std::string& program,
+                                           const std::string& line) const {
+    std::vector<std::string> words{program};
     std::istringstream in(line);
     for (std::string word; in >> word;) {
         std::string expanded;

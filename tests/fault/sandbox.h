@@ -30,6 +30,10 @@ public:
     Outcome run(const std::string& line, const std::string& input = "",
                 const std::string& plan = "", Counted counted = Counted::changes) const;
 
+    // The same of another program.
+    Outcome run_program(const std::string& program, const std::string& arguments,
+                        const std::string& plan) const;
+
     // Puts the whole sandbox back to what it was.
     void put(const Contents& contents) const;
     Contents all() const;
@@ -42,7 +46,9 @@ public:
     void set_apart() { apart_ = true; }
 
 private:
-    std::vector<std::string> words_of(const std::string& line) const;
+    Outcome run_words(std::vector<std::string> words, const std::string& input,
+                      const std::string& plan, Counted counted) const;
+    std::vector<std::string> words_of(const std::string& program, const std::string& line) const;
     std::vector<std::string> environment(const std::string& plan, Counted counted) const;
 
     support::TempFolder folder_;

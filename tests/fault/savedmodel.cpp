@@ -72,7 +72,8 @@ Outcome SavedModel::run(const std::string& plan, Counted counted) {
 }
 
 Outcome SavedModel::run_next(const std::string& plan) {
-    return box_.run("project show " + saving_.model, "", plan);
+    return box_.run(saving_.next.empty() ? "project show " + saving_.model : saving_.next, "",
+                    plan);
 }
 
 bool SavedModel::was_there() const {

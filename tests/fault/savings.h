@@ -14,6 +14,7 @@ struct Saving {
     bool goes_on = false;         // behind a file that it cannot read
     bool linked = false;          // the project and an array lie elsewhere, behind links
     bool apart = false;           // every folder is a file system of its own
+    std::string next = "";        // what settles a kill; empty: any command on the model
 };
 
 inline void PrintTo(const Saving& saving, std::ostream* out) {
@@ -40,8 +41,21 @@ periods set @m.td1 --unit 5
 inline const std::string layer_of_ones = "1 1 1 1 1 1";
 inline const std::string layer_of_twos = "2 2 2 2 2 2";
 
+// A session on porosity, whose files are there. What restores it opens the model, which has been
+// opened before.
+inline const std::string edit_porosity = "edit @m.td1 --param 51 --script -";
+inline const std::string porosity_script = R"(set 1 2 0.5
+layer 2
+reset 0.25
+zone add 0.1 0,0 2,0 2,2
+leave yes
+)";
+inline const std::string restore_session = "open @m.td1 --restore";
+
 inline std::vector<Saving> savings() {
     const std::string& whole = complete_model;
+    const std::string opened =
+        whole + "edit @m.td1 --param 51 --script /dev/null --yes\nopen @m.td1\n";
     const std::string set_rock = "rock set @m.td1 --porosity 1=0.3 --permeability 1=2E-12 --yes";
     return {
         {"New", "", "new @m.td1"},
@@ -70,6 +84,17 @@ inline std::vector<Saving> savings() {
          whole + "create-input @m.td1 --install %install --no\nrock set @m.td1 --porosity all=0.4 "
                  "--yes\n",
          "create-input @m.td1 --install %install --no", "", "@m.td1", true},
+        {"SerializedRun",
+         whole + "create-input @m.td1 --install %install --no\nperiods save @m.td1 @m.nlo\n",
+         "serialized-run @m.td1 --nlo @m.nlo --backup m.*.00 --no-start"},
+        {"CacheBuild", whole + "create-input @m.td1 --install %install --no\n",
+         "cache build @m.td1 --file @m.nml POR"},
+        {"Session", opened, edit_porosity, porosity_script, "@m.td1", false, false, false,
+         restore_session},
+        {"SessionBehindLinks", opened, edit_porosity, porosity_script, "@m.td1", false, true, false,
+         restore_session},
+        {"SessionAcrossFileSystems", opened, edit_porosity, porosity_script, "@m.td1", false, true,
+         true, restore_session},
         {"RockSetBehindLinks", whole, set_rock, "", "@m.td1", false, true},
         {"RockSetAcrossFileSystems", whole, set_rock, "", "@m.td1", false, true, true},
         {"GridSetAcrossFileSystems", whole + "new @m.td1 --yes",
