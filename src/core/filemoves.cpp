@@ -531,6 +531,9 @@ void finish_pending(const fs::path& hidden) {
             unlock_folder(hidden, lock);
             return;
         }
+        if (!has_list(hidden)) {
+            return; // a command of another program is at work but moves no files: all is as before
+        }
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
     }
 }

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+
 #include <sys/stat.h>
 
 namespace {
@@ -54,6 +56,18 @@ TEST_F(ModelFilesTest, without_commit_nothing_changes) {
     }
     EXPECT_EQ(folder.names(), (Names{"basin.td1", "basin.typ"}));
     EXPECT_EQ(folder.read("basin.td1"), "old");
+}
+
+// A worksheet in the desktop program keeps its lock for hours.
+TEST_F(ModelFilesTest, a_reader_does_not_wait_for_a_command_that_moves_no_files) {
+    folder.write("basin.td1", "old project");
+    ModelFiles writer(model(), Access::write);
+    writer.write_project("new project");
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(ModelFiles(model(), Access::read).read_project(), "old project");
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
+    writer.commit();
+    EXPECT_EQ(folder.read("basin.td1"), "new project");
 }
 
 TEST_F(ModelFilesTest, a_set_that_cannot_be_moved_is_taken_back_whole) {
