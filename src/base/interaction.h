@@ -42,6 +42,19 @@ public:
                                                              std::string_view filter,
                                                              std::string_view name) = 0;
 
+    // The same where the chosen filter decides how the file is written; filters count from 1.
+    struct FilteredFile {
+        std::filesystem::path file;
+        int filter = 1;
+    };
+    virtual std::optional<FilteredFile> choose_filtered_file(FileChoice kind,
+                                                             std::string_view title,
+                                                             std::string_view filter,
+                                                             std::string_view name) {
+        auto file = choose_file(kind, title, filter, name);
+        return file ? std::optional(FilteredFile{*std::move(file)}) : std::nullopt;
+    }
+
     virtual void status(std::string_view text) = 0;
 
     // Progress of a long operation, 0 to 100 percent; above 100 counts as 100. True: the user wants

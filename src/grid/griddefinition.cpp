@@ -12,6 +12,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <numbers>
 
 namespace grid {
 
@@ -238,11 +239,30 @@ void place_grid(core::Project& project, const GridFile& grid) {
     set_sheet(project, cells.x_edges.back(), cells.y_edges.back());
 }
 
+void set_position(core::Project& project, double left, double top, double angle) {
+    project.set_single("GRIDPOSITION", "LEFT", to_single(left));
+    project.set_single("GRIDPOSITION", "TOP", to_single(top));
+    project.set_single("GRIDPOSITION", "ANGLE", to_single(angle));
+    project.set_single("GRIDPOSITION", "RAD", to_single(angle * std::numbers::pi / 180));
+    project.set_integer("GRIDPOSITION", "MOVED", -1);
+}
+
 void set_sheet(core::Project& project, double x, double y) {
-    project.set_single("DIMENSION", "SHEET_X1", 0);
-    project.set_single("DIMENSION", "SHEET_Y1", 0);
-    project.set_single("DIMENSION", "SHEET_X2", to_single(x));
-    project.set_single("DIMENSION", "SHEET_Y2", to_single(y));
+    set_sheet(project, {0, 0, to_single(x), to_single(y)});
+}
+
+std::optional<base::Refusal> sheet_refusal(const SheetEdges& edges) {
+    if (edges.x1 < edges.x2 && edges.y1 < edges.y2) {
+        return std::nullopt;
+    }
+    return base::Refusal{"Coordinate System", "Minimum > Maximum"};
+}
+
+void set_sheet(core::Project& project, const SheetEdges& edges) {
+    project.set_single("DIMENSION", "SHEET_X1", edges.x1);
+    project.set_single("DIMENSION", "SHEET_Y1", edges.y1);
+    project.set_single("DIMENSION", "SHEET_X2", edges.x2);
+    project.set_single("DIMENSION", "SHEET_Y2", edges.y2);
 }
 
 void Save_Grid_File(const GridFile& grid, core::Project& project, core::ModelFiles& files) {

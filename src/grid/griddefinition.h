@@ -1,6 +1,7 @@
 // The rectilinear grid: columns, rows, layers, their sizes and the grid's place in the world.
 #pragma once
 
+#include "base/failure.h"
 #include "core/modelflags.h"
 
 #include <filesystem>
@@ -87,12 +88,22 @@ struct CellIndex {
 std::optional<CellIndex> find_cell(const GridFile& grid, const GridPosition& position, double x,
                                    double y);
 
+// Puts the grid's upper left corner there and turns the grid round it, degrees counter-clockwise.
+void set_position(core::Project& project, double left, double top, double angle);
+
 // Places a defined mesh that was not placed yet: origin 0 and half the sheet's height, the
 // sheet becomes the grid's extent. In memory only.
 void place_grid(core::Project& project, const GridFile& grid);
 
 // Makes the drawing sheet reach from 0, 0 to x, y.
 void set_sheet(core::Project& project, double x, double y);
+// The edges of the sheet in the world: left, lower, right, upper.
+struct SheetEdges {
+    float x1 = 0, y1 = 0, x2 = 1, y2 = 1;
+};
+// Why a sheet cannot have these edges.
+std::optional<base::Refusal> sheet_refusal(const SheetEdges& edges);
+void set_sheet(core::Project& project, const SheetEdges& edges);
 
 // Writes <base>.xy and puts its extents into the three DIMENSION keys.
 void Save_Grid_File(const GridFile& grid, core::Project& project, core::ModelFiles& files);

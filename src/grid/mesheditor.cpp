@@ -165,7 +165,7 @@ MeshEditor::KeyEffect MeshEditor::remove(bool is_column) {
     return {};
 }
 
-std::optional<base::Refusal> MeshEditor::set_size(const MeshSize& size) {
+std::optional<base::Refusal> MeshEditor::size_refusal(const MeshSize& size) {
     for (const float length : {size.width, size.height}) {
         if (!(length > 0) || !std::isfinite(length)) {
             return error("Please enter a positive value!");
@@ -175,6 +175,13 @@ std::optional<base::Refusal> MeshEditor::set_size(const MeshSize& size) {
         if (!in_range(factor)) {
             return error("Valid range is 1 to 10");
         }
+    }
+    return std::nullopt;
+}
+
+std::optional<base::Refusal> MeshEditor::set_size(const MeshSize& size) {
+    if (auto refusal = size_refusal(size)) {
+        return refusal;
     }
     remember();
     const auto set = [](int& factor, std::optional<int> given) { factor = given.value_or(factor); };

@@ -52,6 +52,7 @@ public:
     };
     KeyEffect press(MeshKey key);
     std::optional<base::Refusal> set_size(const MeshSize& size);
+    static std::optional<base::Refusal> size_refusal(const MeshSize& size);
 
     bool undo();
     bool redo();

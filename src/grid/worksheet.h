@@ -133,6 +133,8 @@ public:
     const std::vector<DigitizedPoint>& points() const { return points_; }
     std::optional<base::Refusal> add_point(const DigitizedPoint& point);
     bool erase_point(double x, double y, double distance);
+    // All points at once; refused when they are too many.
+    std::optional<base::Refusal> set_points(std::vector<DigitizedPoint> points);
 
     // File_Leave_Editor behind its question; commits. yes: the item is defined, the zones are taken
     // over; no: arrays and project are as at the opening; either way no scratch file is left and

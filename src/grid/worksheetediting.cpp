@@ -180,18 +180,23 @@ void Worksheet::copy_period(int from, int to) {
 
 // Digitized points.
 
-std::optional<base::Refusal> Worksheet::add_point(const DigitizedPoint& point) {
-    if (points_.size() >= max_digitized_points) {
+std::optional<base::Refusal> Worksheet::set_points(std::vector<DigitizedPoint> points) {
+    if (points.size() > max_digitized_points) {
         return base::Refusal{base::desk_title, "The maximum number of digitize points is 10000.",
                              base::Icon::warning};
     }
     const Step step(*this);
     LayerChange change{period_, layer_, points_index};
-    change.points_before = points_;
-    points_.push_back(point);
+    change.points_before = std::exchange(points_, std::move(points));
     change.points_after = points_;
     record(std::move(change));
     return std::nullopt;
+}
+
+std::optional<base::Refusal> Worksheet::add_point(const DigitizedPoint& point) {
+    std::vector<DigitizedPoint> points = points_;
+    points.push_back(point);
+    return set_points(std::move(points));
 }
 
 bool Worksheet::erase_point(double x, double y, double distance) {
@@ -203,13 +208,9 @@ bool Worksheet::erase_point(double x, double y, double distance) {
     if (nearest == points_.end() || squared(*nearest) > distance * distance) {
         return false;
     }
-    const Step step(*this);
-    LayerChange change{period_, layer_, points_index};
-    change.points_before = points_;
-    points_.erase(nearest);
-    change.points_after = points_;
-    record(std::move(change));
-    return true;
+    std::vector<DigitizedPoint> points = points_;
+    points.erase(points.begin() + (nearest - points_.begin()));
+    return !set_points(std::move(points));
 }
 
 // History.

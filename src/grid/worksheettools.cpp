@@ -124,22 +124,44 @@ std::optional<base::Refusal> load_zones(Worksheet& worksheet, const std::filesys
     return read.refusal;
 }
 
-std::optional<base::Refusal> load_array(Worksheet& worksheet, int k,
-                                        const std::filesystem::path& file, MatrixFile form,
-                                        FirstCell first) {
-    const int nx = worksheet.NX(), ny = worksheet.NY();
+std::optional<base::Refusal> load_array_file(const std::filesystem::path& file, MatrixFile form,
+                                             FirstCell first, int nx, int ny,
+                                             std::span<float> values) {
     if (const auto refusal = first_cell_refusal(first, nx, ny)) {
         return refusal;
     }
     if (!base::is_file(file)) {
         return no_matrix_file(file);
     }
+    return load_matrix(base::read_bytes(file), file, form, first, nx, ny, values);
+}
+
+std::optional<base::Refusal> load_array(Worksheet& worksheet, int k,
+                                        const std::filesystem::path& file, MatrixFile form,
+                                        FirstCell first) {
     core::LayerValues values = worksheet.array(k);
-    const auto refusal = load_matrix(base::read_bytes(file), file, form, first, nx, ny, values);
+    const auto refusal = load_array_file(file, form, first, worksheet.NX(), worksheet.NY(), values);
     if (!refusal) {
         worksheet.set_array(k, std::move(values));
     }
     return refusal;
+}
+
+std::optional<base::Refusal> copy_target_refusal(int to) {
+    constexpr int last_period = 100;
+    if (to <= 0) {
+        return base::Refusal{copy_data_title, "Please enter a positive integer!"};
+    }
+    if (to > last_period) {
+        return base::Refusal{
+            copy_data_title,
+            fmt::format("The period number must be smaller than {}", last_period + 1)};
+    }
+    return std::nullopt;
+}
+
+std::string copy_data_question(int to) {
+    return fmt::format("Data for the stress period {} already exists. Overwrite?", to);
 }
 
 TraceResult search_and_modify(Worksheet& worksheet, int k, const TraceRules& rules,

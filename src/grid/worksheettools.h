@@ -41,10 +41,21 @@ std::size_t transfer_zone(Worksheet& worksheet, int zone);
 // Takes the zones of an exchange file. FileFailure when it cannot be read.
 std::optional<base::Refusal> load_zones(Worksheet& worksheet, const std::filesystem::path& file);
 
-// Takes the values of a text file into array k.
+// Takes the values of a text file into a layer of nx columns and ny rows, which is not changed by a
+// refusal.
+std::optional<base::Refusal> load_array_file(const std::filesystem::path& file, MatrixFile form,
+                                             FirstCell first, int nx, int ny,
+                                             std::span<float> values);
+// The same into array k.
 std::optional<base::Refusal> load_array(Worksheet& worksheet, int k,
                                         const std::filesystem::path& file, MatrixFile form,
                                         FirstCell first);
+
+// The dialog that copies the data of one period to another one: why `to` cannot be the target, and
+// the question when it has data.
+inline constexpr const char* copy_data_title = "Copy Data";
+std::optional<base::Refusal> copy_target_refusal(int to);
+std::string copy_data_question(int to);
 
 // The layers of a search, as typed.
 struct LayerRange {

@@ -106,6 +106,17 @@ void set_colours(std::span<Contour_Level> levels, const ColourRange& line,
     }
 }
 
+ContourLevels make_levels(const LevelRange& range, std::span<const Contour_Level> old) {
+    ContourLevels levels = make_levels(range);
+    if (!old.empty()) {
+        set_colours(levels, {old.front().line, old.back().line},
+                    {old.front().fill, old.back().fill});
+        set_label_sizes(levels, old.front().label_height, old.front().label_spacing);
+    }
+    choose_labels(levels, {});
+    return levels;
+}
+
 std::optional<base::Refusal> labels_refusal(const LabelChoice& choice, std::size_t levels) {
     if (choice.first < 1 || static_cast<std::size_t>(choice.first) > levels) {
         return base::Refusal{labels_title, fmt::format("Valid range is 1 to {}", levels)};
@@ -163,6 +174,13 @@ LabelFormat::LabelFormat(const core::Project& project)
       decimals(std::clamp(project.integer("CONTOURS", "Decimal"), 0, 9)),
       prefix(project.text("CONTOURS", "LabelPrefix")),
       suffix(project.text("CONTOURS", "LabelSuffix")) {}
+
+void LabelFormat::save(core::Project& project) const {
+    project.set_integer("CONTOURS", "LabelStyle", fixed ? 1 : 0);
+    project.set_integer("CONTOURS", "Decimal", decimals);
+    project.set_text("CONTOURS", "LabelPrefix", prefix);
+    project.set_text("CONTOURS", "LabelSuffix", suffix);
+}
 
 std::optional<base::Refusal> decimals_refusal(int decimals) {
     if (decimals < 0 || decimals > 9) {

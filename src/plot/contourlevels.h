@@ -44,6 +44,10 @@ std::optional<base::Refusal> range_refusal(const LevelRange& range);
 // From the minimum up to the maximum, without labels and colours; for an accepted range.
 ContourLevels make_levels(const LevelRange& range);
 
+// Levels of an accepted range in place of others, which they take colours and label sizes from: the
+// colours blend from those of the first level to those of the last. All are labelled.
+ContourLevels make_levels(const LevelRange& range, std::span<const Contour_Level> old);
+
 struct ColourRange {
     std::int32_t low = 0, high = 0;
 };
@@ -76,6 +80,7 @@ struct LabelFormat {
     LabelFormat() = default;
     // The project's section CONTOURS.
     explicit LabelFormat(const core::Project& project);
+    void save(core::Project& project) const;
 };
 std::optional<base::Refusal> decimals_refusal(int decimals);
 std::string label_text(const LabelFormat& format, float level);

@@ -59,10 +59,7 @@ void load_parameter(PlotData& data, core::ModelFiles& files, const PlotParameter
     }
 }
 
-LevelsRead load_levels(const PlotData& data, const core::ModelFiles& files) {
-    if (const auto bytes = files.read_if(".ctr")) {
-        return levels_read(*bytes, files.name_of(".ctr"));
-    }
+ContourLevels restored_levels(const PlotData& data) {
     const bool ignore = data.project.integer("GRID_APPEARANCE", "IGNORE_INACTIVE") != 0;
     const std::vector<std::uint8_t> holes = find_holes(data.values, data.hole_rule(ignore));
     std::optional<float> least, largest;
@@ -75,9 +72,15 @@ LevelsRead load_levels(const PlotData& data, const core::ModelFiles& files) {
     if (!least) {
         return {};
     }
-    return {default_levels(*least, *largest, data.cells.x_edges.back(), data.cells.y_edges.back(),
-                           data.project),
-            std::nullopt};
+    return default_levels(*least, *largest, data.cells.x_edges.back(), data.cells.y_edges.back(),
+                          data.project);
+}
+
+LevelsRead load_levels(const PlotData& data, const core::ModelFiles& files) {
+    if (const auto bytes = files.read_if(".ctr")) {
+        return levels_read(*bytes, files.name_of(".ctr"));
+    }
+    return {restored_levels(data), std::nullopt};
 }
 
 LevelsRead load_level_file(const std::filesystem::path& file) {

@@ -25,6 +25,9 @@ PlotData load_grid(const core::Project& project, core::ModelFiles& files, int la
 // Values and zones of the parameter; an array without a file has its default everywhere.
 void load_parameter(PlotData& data, core::ModelFiles& files, const PlotParameter& parameter);
 
+// The levels of "Restore Defaults" for the values; none when all cells are holes.
+ContourLevels restored_levels(const PlotData& data);
+
 struct LevelsRead {
     ContourLevels levels;
     std::optional<base::Refusal> refusal;

@@ -7,6 +7,7 @@
 #include "core/extensions.h"
 #include "core/itemcells.h"
 #include "grid/arrayfiles.h"
+#include "grid/worksheettools.h"
 #include "td/command.h"
 
 #include <fmt/format.h>
@@ -20,8 +21,6 @@ namespace td {
 namespace {
 
 using core::Access;
-
-constexpr int last_table_period = 100;
 
 constexpr ArgumentSpec number_argument{"N", "parameter number, 1 to 2000"};
 constexpr OptionSpec period_option{"--period", "P", "period, 1 to 1000 (default 1)"};
@@ -208,29 +207,17 @@ int array_get(Context& context) {
     });
 }
 
-std::optional<base::Refusal> target_refusal(int to) {
-    if (to <= 0) {
-        return base::Refusal{"Copy Data", "Please enter a positive integer!"};
-    }
-    if (to > last_table_period) {
-        return base::Refusal{"Copy Data", "The period number must be smaller than 101"};
-    }
-    return std::nullopt;
-}
-
 int array_copy_period(Context& context) {
     return on_store(context, Access::write, [&](app::Workspace&, core::ArrayStore& store) {
         const int number = number_of_parameter(context);
         const int from = context.args.argument_integer("FROM", 1, core::period_count);
         const int to = base::leading_int32(context.args.argument("TO"));
-        if (const auto refusal = target_refusal(to)) {
+        if (const auto refusal = grid::copy_target_refusal(to)) {
             return context.refuse(*refusal);
         }
-        const std::string question =
-            fmt::format("Data for the stress period {} already exists. Overwrite?", to);
         if (store.has_period(number, to) &&
-            context.user.ask("Copy Data", question, base::Buttons::yes_no_risky) !=
-                base::Answer::yes) {
+            context.user.ask(grid::copy_data_title, grid::copy_data_question(to),
+                             base::Buttons::yes_no_risky) != base::Answer::yes) {
             return int{refused};
         }
         store.copy_period(number, from, to, core::parameter_default(number));

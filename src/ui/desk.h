@@ -6,6 +6,7 @@
 #include "base/interaction.h"
 #include "grid/worksheetfiles.h"
 #include "report/attempt.h"
+#include "ui/choosers.h"
 
 #include <QObject>
 
@@ -33,6 +34,7 @@ public:
 
     base::Interaction& user() const { return user_; }
     const Folders& folders() const { return folders_; }
+    Choosers& choosers() { return choosers_; }
 
     // The open model as the last command left it, without a lock; nullptr when none is open. To
     // change it there is change().
@@ -94,6 +96,7 @@ private:
 
     base::Interaction& user_;
     Folders folders_;
+    Choosers choosers_;
     std::optional<app::Workspace> model_;
     app::Workspace* lent_ = nullptr;
     bool in_session_ = false;

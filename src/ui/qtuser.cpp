@@ -130,9 +130,10 @@ QStringList qt_filters(std::string_view filter) {
     QStringList filters;
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
         QString caption = parts[i];
-        caption.truncate(caption.contains(" (") ? caption.lastIndexOf(" (") : caption.size());
+        // Its own pattern is left out, a remark in parentheses stays.
+        caption.truncate(caption.contains("(*") ? caption.lastIndexOf("(*") : caption.size());
         QString patterns = parts[i + 1];
-        filters << QString("%1 (%2)").arg(caption, patterns.replace(';', ' '));
+        filters << QString("%1 (%2)").arg(caption.trimmed(), patterns.replace(';', ' '));
     }
     return filters;
 }
@@ -184,13 +185,14 @@ std::optional<std::filesystem::path> QtUser::choose_file(base::FileChoice kind,
                                                          std::string_view title,
                                                          std::string_view filter,
                                                          std::string_view name) {
-    int chosen = 0;
-    return choose(kind, title, filter, name, chosen);
+    const auto chosen = choose_filtered_file(kind, title, filter, name);
+    return chosen ? std::optional(chosen->file) : std::nullopt;
 }
 
-std::optional<std::filesystem::path> QtUser::choose(base::FileChoice kind, std::string_view title,
-                                                    std::string_view filter, std::string_view name,
-                                                    int& filter_number) {
+std::optional<base::Interaction::FilteredFile> QtUser::choose_filtered_file(base::FileChoice kind,
+                                                                            std::string_view title,
+                                                                            std::string_view filter,
+                                                                            std::string_view name) {
     const PlainPointer pointer;
     QFileDialog dialog(parent(), to_qt(title));
     dialog.setObjectName("FileDialog");
@@ -214,8 +216,9 @@ std::optional<std::filesystem::path> QtUser::choose(base::FileChoice kind, std::
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
         return std::nullopt;
     }
-    filter_number = int(filters.indexOf(dialog.selectedNameFilter())) + 1;
-    return std::filesystem::path(from_qt(dialog.selectedFiles().front()));
+    const qsizetype chosen = filters.indexOf(dialog.selectedNameFilter());
+    return FilteredFile{from_qt(dialog.selectedFiles().front()),
+                        int(std::max(chosen, qsizetype{0})) + 1};
 }
 
 void QtUser::status(std::string_view text) {

@@ -39,6 +39,9 @@ public:
                                                      std::string_view name) override;
 
     // The text and the meter stay until the operation gives control back to the event loop.
+    std::optional<FilteredFile> choose_filtered_file(base::FileChoice kind, std::string_view title,
+                                                     std::string_view filter,
+                                                     std::string_view name) override;
     void status(std::string_view text) override;
     // Draws, and takes keys: Escape stops, others beep; the mouse, menus and toolbar are dead.
     bool show_meter(int percent) override;
@@ -55,10 +58,6 @@ protected:
 
 private:
     QWidget* parent() const;
-    // `filter_number` becomes that of the chosen filter, from 1.
-    std::optional<std::filesystem::path> choose(base::FileChoice kind, std::string_view title,
-                                                std::string_view filter, std::string_view name,
-                                                int& filter_number);
     base::Answer run(QMessageBox& box);
     void handle_events();
     void end_operation();

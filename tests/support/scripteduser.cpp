@@ -23,8 +23,8 @@ void ScriptedUser::expect_failure(std::string what, base::Reaction reaction) {
     steps_.push_back({Kind::failure, {}, std::move(what), {}, reaction, {}});
 }
 
-void ScriptedUser::expect_file(std::string title, std::filesystem::path path) {
-    steps_.push_back({Kind::file, std::move(title), {}, {}, {}, std::move(path)});
+void ScriptedUser::expect_file(std::string title, std::filesystem::path path, int filter) {
+    steps_.push_back({Kind::file, std::move(title), {}, {}, {}, std::move(path), filter});
 }
 
 void ScriptedUser::message(base::Icon, std::string_view title, std::string_view text) {
@@ -36,13 +36,21 @@ base::Answer ScriptedUser::ask(std::string_view title, std::string_view text, ba
     return step ? step->answer : base::Answer::cancel;
 }
 
-std::optional<std::filesystem::path> ScriptedUser::choose_file(base::FileChoice,
+std::optional<std::filesystem::path> ScriptedUser::choose_file(base::FileChoice kind,
                                                                std::string_view title,
-                                                               std::string_view, std::string_view) {
+                                                               std::string_view filter,
+                                                               std::string_view name) {
+    const auto chosen = choose_filtered_file(kind, title, filter, name);
+    return chosen ? std::optional(chosen->file) : std::nullopt;
+}
+
+std::optional<base::Interaction::FilteredFile>
+ScriptedUser::choose_filtered_file(base::FileChoice, std::string_view title, std::string_view,
+                                   std::string_view) {
     const auto step = take(Kind::file, title, {});
     if (!step || step->path.empty())
         return std::nullopt;
-    return step->path;
+    return FilteredFile{step->path, step->filter};
 }
 
 bool ScriptedUser::show_meter(int percent) {

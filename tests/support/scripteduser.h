@@ -24,7 +24,7 @@ public:
     // `what` is a part of the failure's text.
     void expect_failure(std::string what, base::Reaction reaction);
     // An empty path cancels the dialog.
-    void expect_file(std::string title, std::filesystem::path path);
+    void expect_file(std::string title, std::filesystem::path path, int filter = 1);
 
     // What show_meter answers from now on.
     void set_stop(bool stop) { stop_ = stop; }
@@ -37,6 +37,9 @@ public:
     void message(base::Icon icon, std::string_view title, std::string_view text) override;
     base::Answer ask(std::string_view title, std::string_view text, base::Buttons buttons) override;
     std::optional<std::filesystem::path> choose_file(base::FileChoice kind, std::string_view title,
+                                                     std::string_view filter,
+                                                     std::string_view name) override;
+    std::optional<FilteredFile> choose_filtered_file(base::FileChoice kind, std::string_view title,
                                                      std::string_view filter,
                                                      std::string_view name) override;
     void status(std::string_view text) override { statuses_.emplace_back(text); }
@@ -54,6 +57,7 @@ private:
         base::Answer answer = base::Answer::cancel;
         base::Reaction reaction = base::Reaction::leave;
         std::filesystem::path path;
+        int filter = 1;
     };
 
     static std::string described(Kind kind, std::string_view title, std::string_view text);

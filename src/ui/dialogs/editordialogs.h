@@ -2,6 +2,11 @@
 // is given; what is refused is shown and changes nothing.
 #pragma once
 
+#include <QRgb>
+
+#include <cstdint>
+#include <vector>
+
 class QWidget;
 
 namespace app {
@@ -38,8 +43,13 @@ bool edit_mesh_size(Desk& desk, grid::MeshEditor& mesh, const app::Workspace& mo
 // Value|Array, Reset Array, Search And Modify.
 void browse_array(EditorContext& editor);
 void reset_array(EditorContext& editor);
-// Colours of matched cells go to the view and stay until it draws the layer anew.
-void search_and_modify(EditorContext& editor);
+// The cells that were found: the number of their rule, from 1, 0 for none, and the rules' colours.
+// Empty when the shown layer was not searched.
+struct SearchMarks {
+    std::vector<std::uint8_t> matched;
+    std::vector<QRgb> colours;
+};
+SearchMarks search_and_modify(EditorContext& editor);
 
 // The periods before the question of leaving.
 struct TransientChoice {
