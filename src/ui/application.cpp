@@ -145,6 +145,9 @@ int run_window(SafeApplication& program, const Start& start) {
     Application::show_splash(base::executable_folder());
     Application application(user, folders);
     user.set_window(&application.window());
+    // Whatever windows are still open beside it.
+    QObject::connect(&application.window(), &MainWindow::closed, &program,
+                     [] { QCoreApplication::exit(0); });
     application.window().show();
     application.window().activateWindow(); // the picture before it had the keyboard
     QTimer::singleShot(0, &application.window(), [&] { application.open(start); });

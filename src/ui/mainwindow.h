@@ -74,6 +74,8 @@ signals:
     void tick();
     // Another model is open.
     void opened();
+    // The session has ended.
+    void closed();
 
 protected:
     bool event(QEvent* event) override;
