@@ -33,6 +33,9 @@ QColor key_colour(std::int32_t colour);
 QColor key_colour(const core::Project& project, const char* key);
 bool key_shown(const core::Project& project, const char* key);
 
+// Colours of classes, scales and marks that a picture can have.
+inline constexpr int scale_colours = 200, mark_colours = 50;
+
 struct LegendRow {
     QColor colour;
     QString text;
@@ -55,8 +58,10 @@ struct WorksheetPicture {
     std::optional<grid::GridPosition> position;
     QColor mesh_colour;
     bool mesh_shown = true;
-    // Colour of column i, row j at (j - 1) * NX + i - 1; 0: the ground of the sheet.
-    std::vector<QRgb> cell_colours;
+    // Colour number of column i, row j at (j - 1) * NX + i - 1: 0 the ground, n the colour at n
+    // - 1. Empty: all cells have the ground's.
+    std::vector<std::uint8_t> cell_classes;
+    std::vector<QRgb> colour_table;
     std::vector<Well> wells; // drawn at least a few pixels large
     std::vector<core::Zone> zones;
     bool zones_shown = false;
@@ -70,5 +75,23 @@ struct WorksheetPicture {
     double scale_least = 0, scale_largest = 0;
     QString scale_title;
 };
+
+// What the colours of one layer are made of; values and boundary have one item a cell or none.
+struct LayerData {
+    int number = 0;          // parameter of the values; 0: none
+    float default_value = 0; // of a cell that nobody has set
+    std::span<const float> values;
+    std::span<const float> boundary; // flow boundaries (0: inactive)
+    bool cross_section = false;
+};
+
+// Gives the picture its cell colours, wells, scale and legend for `picture.colours`.
+void colour_cells(WorksheetPicture& picture, const core::Project& project, const LayerData& layer);
+// The same for one cell whose value was changed. False: the whole layer has to be coloured.
+bool recolour_cell(WorksheetPicture& picture, const core::Project& project, const LayerData& layer,
+                   grid::CellIndex cell);
+
+// A picture of the mesh in its place, with the model's colours for lines, without cells.
+WorksheetPicture mesh_picture(const core::Project& project, const grid::GridFile& grid);
 
 } // namespace ui

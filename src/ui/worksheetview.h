@@ -6,8 +6,6 @@
 #include "ui/worksheetpicture.h"
 
 #include <QAbstractScrollArea>
-#include <QPen>
-#include <QPixmap>
 
 #include <functional>
 #include <optional>
@@ -140,14 +138,14 @@ private:
     void place_scroll_bars();
     void redraw();
     void draw_overlay(QPainter& painter) const;
-    void draw_legend(QPainter& painter) const;
     void draw_hint(QPainter& painter) const;
     void end_rectangle(QPointF pixel);
     void take_cell_text();
     WorksheetPointer pointer(const QMouseEvent& event) const;
 
     std::shared_ptr<const WorksheetPicture> picture_;
-    std::vector<QRgb> marked_; // cell colours over those of the picture; empty: none
+    std::vector<std::uint8_t> marked_; // as mark_cells() got them
+    std::vector<QRgb> mark_colours_;
     QString hint_;
     WorksheetOverlay overlay_;
     WorksheetInput* input_ = nullptr;
