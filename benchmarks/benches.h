@@ -25,11 +25,13 @@ void add_import(const std::filesystem::path& folder);
 void add_vtk(const std::filesystem::path& folder);
 // Contour lines of a layer of 1000 x 1000 cells on 20 levels.
 void add_contours();
-// Opening a worksheet session on an array of 320 MB, and refinement to 20 million cells; both models
-// are made in `folder`.
+// Opening a worksheet session on an array of 320 MB, and refinement to 20 million cells; both
+// models are made in `folder`.
 void add_sessions(const std::filesystem::path& folder);
 // 20 zones of 40 nodes to the cells of a layer of 1000 x 1000.
 void add_zones();
 void add_version();
+// Repainting the worksheet of the desktop program.
+void add_painting();
 
 } // namespace bench

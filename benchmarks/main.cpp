@@ -46,6 +46,9 @@ bool run(int argc, char** argv) {
     bench::add_sessions(folder.path());
     bench::add_zones();
     bench::add_version();
+#ifdef TD_DESK
+    bench::add_painting();
+#endif
     bench::Costs costs;
     bench::CostReporter reporter(costs);
     benchmark::RunSpecifiedBenchmarks(&reporter);

@@ -56,6 +56,8 @@ public:
 
     bool undo();
     bool redo();
+    bool can_undo() const { return !done_.empty(); }
+    bool can_redo() const { return !undone_.empty(); }
 
     // Yes: writes the mesh and the project and divides what has a factor. False when the division
     // was refused or declined: the editor is still open, and the caller must not commit.

@@ -293,7 +293,7 @@ Worksheet::PointerStatus Worksheet::pointer_status(std::optional<CellIndex> cell
     PointerStatus status{
         base::masked(cell_index->column, "0000"), base::masked(cell_index->row, "0000"), {}};
     for (int k = 1; k <= Array_Count(); ++k) {
-        status.values += k == 1 ? "" : "; ";
+        status.values += k == 1 ? "" : "  ";
         status.values += status_value(cell(k, cell_index->column, cell_index->row));
     }
     return status;

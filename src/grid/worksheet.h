@@ -73,6 +73,8 @@ public:
     float cell(int k, int column, int row) const;
     // Cell_Values of the current cell.
     std::vector<float> Cell_Values() const;
+    // Those that a cell was given last, which Cell_Copy repeats; empty at first.
+    const std::vector<float>& last_values() const { return last_values_; }
 
     EditorState Editor_State = EditorState::cell_by_cell;
     bool Layer_Copy = false;
@@ -125,6 +127,9 @@ public:
     // period gave before.
     bool undo();
     bool redo();
+    // What they would go over.
+    std::optional<std::string> undo_name() const;
+    std::optional<std::string> redo_name() const;
     // Without a history there is nothing to take back, and steps cost nothing.
     void keep_history(bool on) { steps_.keep(on); }
 

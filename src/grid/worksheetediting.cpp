@@ -247,6 +247,16 @@ void Worksheet::apply(const LayerChange& change, bool back) {
     }
 }
 
+std::optional<std::string> Worksheet::undo_name() const {
+    const StepData* const step = steps_.last_done();
+    return step ? std::optional(step_name(*step, NX())) : std::nullopt;
+}
+
+std::optional<std::string> Worksheet::redo_name() const {
+    const StepData* const step = steps_.last_undone();
+    return step ? std::optional(step_name(*step, NX())) : std::nullopt;
+}
+
 bool Worksheet::undo() {
     const StepData* const step = steps_.back();
     for (std::size_t i = step == nullptr ? 0 : step->size(); i > 0; --i) {

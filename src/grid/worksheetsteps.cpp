@@ -1,5 +1,7 @@
 #include "grid/worksheetsteps.h"
 
+#include <fmt/format.h>
+
 #include <bit>
 #include <cstdint>
 #include <utility>
@@ -54,6 +56,25 @@ std::vector<LayerChange::Run> changed_runs(std::span<const float> before,
         at = last;
     }
     return runs;
+}
+
+std::string step_name(const StepData& step, int NX) {
+    std::optional<std::size_t> only;
+    bool cells = false, one_cell = true, points = false;
+    for (const LayerChange& change : step) {
+        points = points || change.array < 0;
+        for (const LayerChange::Run& run : change.runs) {
+            one_cell = one_cell && run.before.size() == 1 && only.value_or(run.first) == run.first;
+            only = run.first;
+            cells = true;
+        }
+    }
+    if (!cells) {
+        return points ? "Points" : "Zones";
+    }
+    const auto columns = static_cast<std::size_t>(NX);
+    return one_cell ? fmt::format("Cell {},{}", *only % columns + 1, *only / columns + 1)
+                    : std::string("Cells");
 }
 
 void StepHistory::close() {

@@ -9,6 +9,7 @@
 #include <deque>
 #include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace grid {
@@ -42,6 +43,9 @@ std::vector<LayerChange::Run> changed_runs(std::span<const float> before,
 
 using StepData = std::vector<LayerChange>;
 
+// What the step changed, for people: "Cell 3,2", "Cells", "Zones", "Points". NX columns.
+std::string step_name(const StepData& step, int NX);
+
 // The steps that can be taken back and those that can be done again. Keeps the last ones: at most
 // 100, with at most 1 GB.
 class StepHistory {
@@ -58,6 +62,9 @@ public:
     // stays valid until the next call.
     const StepData* back();
     const StepData* forward();
+    // The same without a change.
+    const StepData* last_done() const { return done_.empty() ? nullptr : &done_.back(); }
+    const StepData* last_undone() const { return undone_.empty() ? nullptr : &undone_.back(); }
 
 private:
     static constexpr std::size_t most_steps = 100;

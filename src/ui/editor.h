@@ -4,22 +4,21 @@
 #pragma once
 
 #include "app/workspace.h"
-#include "grid/mesheditor.h"
-#include "grid/worksheet.h"
-#include "ui/worksheetview.h"
+#include "grid/editrequest.h"
+#include "ui/editorsession.h"
 
 #include <QObject>
-#include <QTimer>
 
 #include <memory>
 #include <optional>
 #include <string_view>
 
-namespace ui {
+namespace grid {
+class MeshEditor;
+class Worksheet;
+} // namespace grid
 
-class Desk;
-class MainWindow;
-struct EditorContext;
+namespace ui {
 
 class Editor : public QObject {
     Q_OBJECT
@@ -29,8 +28,9 @@ public:
     Editor(Desk& desk, MainWindow& window);
     ~Editor() override;
 
-    bool is_open() const;
-    // Opens the session of a menu command: "mnuHeatTemperature", "grid_mesh_size".
+    bool is_open() const { return session_ != nullptr; }
+    // Opens the session of a menu command: "mnuHeatTemperature", "grid_mesh_size". What stands in
+    // its way is shown.
     void open(std::string_view command);
     // The same for an item that no command names alone, such as the array of one tracer.
     void open_request(const grid::EditRequest& request);
@@ -38,20 +38,37 @@ public:
     bool leave();
 
     // nullptr when the other one or none is open.
-    grid::Worksheet* worksheet() { return worksheet_.get(); }
-    grid::MeshEditor* mesh() { return mesh_.get(); }
+    grid::Worksheet* worksheet() const;
+    grid::MeshEditor* mesh() const;
     // The model that the open session writes; nullptr without one.
     app::Workspace* model() { return model_ ? &*model_ : nullptr; }
 
-    // A command of the editor's own menus and of the toolbar ("value_trace", "tool_zoom_in").
+    // A command of the editor's own menus or of the toolbar ("value_trace", "tool_zoom_in").
     void run(std::string_view command);
 
 private:
+    void connect_tools();
+    void add_view_button();
+    void open_mesh();
+    bool begin(std::string_view signature, const std::string& step);
+    void show_session(std::unique_ptr<EditorSession> session);
+    void end();
+    SessionPlace place();
+
+    bool run_anywhere(std::string_view command);
+    void show_model();
+    void sync();
+    void sync_tools();
+    void sync_menus();
+    void sync_layers();
+    void tick();
+
     Desk& desk_;
     MainWindow& window_;
-    std::optional<app::Workspace> model_;
-    std::unique_ptr<grid::Worksheet> worksheet_;
-    std::unique_ptr<grid::MeshEditor> mesh_;
+    std::optional<app::Workspace> model_; // of the session, which refers to it
+    std::unique_ptr<EditorSession> session_;
+    IdleInput idle_;
+    bool syncing_ = false;
 };
 
 } // namespace ui

@@ -304,6 +304,11 @@ void WorksheetView::draw_overlay(QPainter& painter) const {
     }
     painter.setPen(QPen(inks.open_zone, 1.5));
     painter.drawPolyline(open);
+    QPolygonF outline;
+    for (const auto& corner : overlay_.outline) {
+        outline.append(pixel_of(corner));
+    }
+    painter.drawPolygon(outline);
     if (rectangle_from_) {
         painter.setPen(QPen(palette().color(QPalette::Highlight), 1, Qt::DashLine));
         painter.drawRect(QRectF(*rectangle_from_, rectangle_to_).normalized());

@@ -36,7 +36,7 @@ public:
     virtual void release(const WorksheetPointer&) {}
     virtual void double_click(const WorksheetPointer&) {}
     // The pointer left the worksheet.
-    virtual void leave() {}
+    virtual void gone() {}
     // True: the key was used.
     virtual bool key(QKeyEvent&) { return false; }
     // A cell was looked for and found.
@@ -54,6 +54,7 @@ struct WorksheetOverlay {
     std::optional<grid::GridPosition::Point> rubber_end; // from the last node of the open zone
     int selected_zone = 0;                               // from 1
     std::optional<core::Zone> dragged;                   // the selected zone with a node on its way
+    std::vector<grid::GridPosition::Point> outline;      // of the grid at the place it is drawn to
 };
 
 class WorksheetView : public QAbstractScrollArea {

@@ -26,7 +26,7 @@ WorksheetPointer WorksheetView::pointer(const QMouseEvent& event) const {
 
 bool WorksheetView::viewportEvent(QEvent* event) {
     if (event->type() == QEvent::Leave && input_) {
-        input_->leave();
+        input_->gone();
     }
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange) {
         redraw();
@@ -139,7 +139,7 @@ void WorksheetView::keyPressEvent(QKeyEvent* event) {
         event->accept();
         return;
     }
-    event->ignore();
+    QAbstractScrollArea::keyPressEvent(event);
 }
 
 void WorksheetView::contextMenuEvent(QContextMenuEvent* event) {
