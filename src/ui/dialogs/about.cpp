@@ -49,6 +49,7 @@ void show_about(QWidget* parent) {
     column->addSpacing(line / 2);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok, &dialog);
     buttons->button(QDialogButtonBox::Ok)->setObjectName("cmdOK");
+    buttons->button(QDialogButtonBox::Ok)->setIcon({});
     QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
     column->addWidget(buttons);
     column->setSizeConstraint(QLayout::SetFixedSize);
