@@ -62,10 +62,16 @@ private:
             if (takes_picture_ && picture_.isNull()) {
                 picture_ = dialog->grab();
             }
-            dialog->reject();
+            close(*dialog);
         } else if (modal) {
             modal->close();
         }
+    }
+
+    // The dialog of the periods stands before the question of leaving: its Cancel stays.
+    void close(QDialog& dialog) {
+        auto* const ok = dialog.findChild<QPushButton*>("cmdOK");
+        answer_ == QMessageBox::No&& ok ? ok->click() : dialog.reject();
     }
 
     void press(QMessageBox& box) {
