@@ -111,7 +111,11 @@ PeriodsDialog::PeriodsDialog(EditorContext& editor)
         }
     }
     mark_data();
-    table_->resizeColumnsToContents();
+    table_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
+    for (int column = 0; column < 2; ++column) {
+        const int head = table_->horizontalHeader()->sectionSizeHint(column);
+        table_->setColumnWidth(column, head + 2 * fontMetrics().height());
+    }
     table_->horizontalHeader()->setStretchLastSection(true);
     body().addWidget(table_, 1);
     const auto edit = [this] { done(edit_data); };
