@@ -1,7 +1,7 @@
 #include "benches.h"
 
+#include "base/interaction.h"
 #include "core/project.h"
-#include "plot/contourfill.h"
 #include "plot/drawcontours.h"
 #include "ui/worksheetpainter.h"
 
