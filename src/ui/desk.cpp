@@ -6,6 +6,8 @@
 
 #include <QCoreApplication>
 
+#include <utility>
+
 namespace ui {
 
 Desk::Desk(base::Interaction& user, Folders folders) : user_(user), folders_(std::move(folders)) {}
@@ -37,6 +39,8 @@ bool Desk::take(app::Loaded loaded) {
         return false;
     }
     model_ = std::move(shown.workspace);
+    history_.reset(); // before the next one: it may be of the same model
+    history_ = std::make_unique<app::UndoHistory>(model_->Model_Path());
     emit model_changed();
     return true;
 }
@@ -67,6 +71,7 @@ bool Desk::save_as(const std::filesystem::path& target) {
 
 void Desk::close_model() {
     model_.reset();
+    history_.reset();
     emit model_changed();
 }
 
@@ -93,10 +98,13 @@ std::optional<app::Workspace> Desk::load_to_write() {
     if (loaded.refusal) {
         base::show(user_, *loaded.refusal);
     }
+    if (loaded.workspace) {
+        history_->attach(loaded.workspace->files);
+    }
     return std::move(loaded.workspace);
 }
 
-bool Desk::change(std::string_view signature, const std::string&,
+bool Desk::change(std::string_view signature, const std::string& step,
                   const std::function<bool(app::Workspace&)>& work) {
     if (!model_ || (in_session_ && !lent_)) {
         return false;
@@ -105,6 +113,7 @@ bool Desk::change(std::string_view signature, const std::string&,
     if (lent_) {
         done = change_lent(signature, work);
     } else {
+        const auto open_step = history_->step(step);
         attempt(signature, [&] {
             done = false;
             auto workspace = load_to_write();
@@ -150,35 +159,56 @@ bool Desk::change_lent(std::string_view signature,
     return done;
 }
 
-std::optional<app::Workspace> Desk::begin_session(std::string_view signature, const std::string&) {
+std::optional<app::Workspace> Desk::begin_session(std::string_view signature,
+                                                  const std::string& step) {
     std::optional<app::Workspace> workspace;
     if (model_ && !in_session_) {
+        history_->begin(step);
         attempt(signature, [&] { workspace = load_to_write(); });
         in_session_ = workspace.has_value();
+        if (!in_session_) {
+            history_->end();
+        }
     }
     return workspace;
 }
 
 void Desk::end_session() {
     lent_ = nullptr;
-    in_session_ = false;
+    if (std::exchange(in_session_, false)) {
+        history_->end();
+    }
     reload();
 }
 
 std::optional<std::string> Desk::undo_name() const {
-    return std::nullopt;
+    return history_ ? history_->undo_name() : std::nullopt;
 }
 
 std::optional<std::string> Desk::redo_name() const {
-    return std::nullopt;
+    return history_ ? history_->redo_name() : std::nullopt;
 }
 
 bool Desk::undo() {
-    return false;
+    return go_over("undo()", &app::UndoHistory::undo);
 }
 
 bool Desk::redo() {
-    return false;
+    return go_over("redo()", &app::UndoHistory::redo);
+}
+
+bool Desk::go_over(std::string_view signature,
+                   std::optional<base::Refusal> (app::UndoHistory::*step)()) {
+    if (!history_ || in_session_) {
+        return false;
+    }
+    std::optional<base::Refusal> refusal;
+    const report::Outcome outcome = attempt(signature, [&] { refusal = ((*history_).*step)(); });
+    if (refusal) {
+        base::show(user_, *refusal);
+    }
+    reload();
+    return outcome == report::Outcome::done && !refusal;
 }
 
 void Desk::set_editor_open(bool open) {

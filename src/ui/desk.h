@@ -2,6 +2,7 @@
 // of the settings; and the one way in which a command changes the model.
 #pragma once
 
+#include "app/undo.h"
 #include "app/workspace.h"
 #include "base/interaction.h"
 #include "grid/worksheetfiles.h"
@@ -91,13 +92,17 @@ signals:
 private:
     // Takes over what an opening gave; shows its refusal.
     bool take(app::Loaded loaded);
+    // The model with write access, its commits part of the open step; refused: nothing.
     std::optional<app::Workspace> load_to_write();
+    bool go_over(std::string_view signature,
+                 std::optional<base::Refusal> (app::UndoHistory::*step)());
     bool change_lent(std::string_view signature, const std::function<bool(app::Workspace&)>& work);
 
     base::Interaction& user_;
     Folders folders_;
     Choosers choosers_;
     std::optional<app::Workspace> model_;
+    std::unique_ptr<app::UndoHistory> history_; // of the open model
     app::Workspace* lent_ = nullptr;
     bool in_session_ = false;
     bool editor_open_ = false;

@@ -107,12 +107,24 @@ void StatusPanes::set_caption(const QString& text) {
 
 void StatusPanes::set_progress(const QString& text) {
     progress_ = text;
-    set(4, tip_.isEmpty() ? progress_ : tip_);
+    if (!text.isEmpty()) {
+        result_.clear();
+    }
+    show_text();
 }
 
 void StatusPanes::set_tip(const QString& text) {
     tip_ = text;
-    set(4, tip_.isEmpty() ? progress_ : tip_);
+    show_text();
+}
+
+void StatusPanes::set_result(const QString& text) {
+    result_ = text;
+    show_text();
+}
+
+void StatusPanes::show_text() {
+    set(4, !tip_.isEmpty() ? tip_ : !progress_.isEmpty() ? progress_ : result_);
 }
 
 void StatusPanes::set_values(const QString& text) {

@@ -25,15 +25,20 @@ public:
     // 0 to 100; -1 hides it.
     void set_meter(int percent);
 
+    // What has come of the last operation: shown while there is no progress, until the next one.
+    void set_result(const QString& text);
+
     // Covers the progress text until it is empty again: what the pointer rests on.
     void set_tip(const QString& text);
 
 private:
     void set(int pane, const QString& text);
+    void show_text();
 
     std::array<QLabel*, 5> texts_{};
     QProgressBar* meter_ = nullptr;
     QString progress_;
+    QString result_;
     QString tip_;
 };
 

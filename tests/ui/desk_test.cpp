@@ -84,4 +84,58 @@ TEST_F(Session, a_model_that_cannot_be_written_gives_none) {
     EXPECT_FALSE(desk.in_session());
 }
 
+class Steps : public Session {
+protected:
+    void show_again() { desk.open(model_path()); }
+};
+
+TEST_F(Steps, commands_are_taken_back_and_done_again_by_name) {
+    make_model(3, 2);
+    show_again();
+    EXPECT_FALSE(desk.undo_name());
+    const std::string before = title();
+    EXPECT_TRUE(set_title("one"));
+    EXPECT_TRUE(set_title("two"));
+    EXPECT_EQ(desk.undo_name(), "Title");
+    EXPECT_TRUE(desk.undo());
+    EXPECT_EQ(title(), "one");
+    window.run_command("undo");
+    EXPECT_EQ(title(), before);
+    window.run_command("undo");
+    EXPECT_EQ(user.beeps(), 1);
+    EXPECT_EQ(desk.redo_name(), "Title");
+    window.run_command("redo");
+    EXPECT_EQ(title(), "one");
+    EXPECT_TRUE(set_title("three"));
+    EXPECT_FALSE(desk.redo_name());
+}
+
+TEST_F(Steps, a_session_with_the_commands_inside_is_one_step) {
+    make_model(3, 2);
+    show_again();
+    const std::string before = title();
+    begin();
+    workspace->files.write(".ibd", "of the session");
+    EXPECT_TRUE(set_title("inside"));
+    EXPECT_FALSE(desk.undo_name());
+    EXPECT_FALSE(desk.undo());
+    end();
+    EXPECT_EQ(desk.undo_name(), "Initial Hydraulic Heads");
+    EXPECT_TRUE(desk.undo());
+    EXPECT_EQ(title(), before);
+    EXPECT_FALSE(fs::exists(folder.path() / "m.ibd"));
+    EXPECT_FALSE(desk.undo_name());
+}
+
+TEST_F(Steps, a_file_changed_by_another_program_is_not_overwritten) {
+    make_model(3, 2);
+    show_again();
+    EXPECT_TRUE(set_title("one"));
+    folder.write("m.td1", folder.read("m.td1") + "\r\n");
+    user.expect_message("Undo",
+                        "\"Title\" cannot be undone: m.td1 was changed by another program.");
+    EXPECT_FALSE(desk.undo());
+    EXPECT_EQ(title(), "one");
+}
+
 } // namespace

@@ -75,8 +75,9 @@ TEST_F(Run, a_second_command_raises_the_window_and_the_next_run_takes_its_place)
 }
 
 TEST_F(Run, stop_ends_the_program_after_a_question) {
-    make_runnable("sleep 60");
+    make_runnable("echo ready; exec sleep 60");
     run();
+    ASSERT_TRUE(becomes_true([this] { return log() == "ready\n"; }));
     const std::string question =
         "Do you want to stop tervex.sh?\n\nWhat was written until now stays in the folder.";
     user.expect_question("Run TERVEX", question, base::Answer::no);

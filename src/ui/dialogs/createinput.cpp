@@ -5,9 +5,8 @@
 #include "ui/commandtables.h"
 #include "ui/desk.h"
 #include "ui/dialogs/checkmodel.h"
+#include "ui/dialogs/runprograms.h"
 #include "ui/mainwindow.h"
-
-#include <fmt/format.h>
 
 namespace ui {
 
@@ -77,7 +76,7 @@ void create_input(CommandContext& context) {
     const auto attempted = attempt(desk);
     const std::string name = desk.model()->files.base_name();
     if (!attempted) {
-        return user.status(name + ".nml was not written");
+        return tell_result(context, name + ".nml was not written");
     }
     if (attempted->gap) {
         return show_gap(*attempted->gap, context);
@@ -86,9 +85,9 @@ void create_input(CommandContext& context) {
         return base::show(user, *attempted->refusal);
     }
     if (attempted->created.InputError) {
-        return user.status(name + ".nml is not complete");
+        return tell_result(context, name + ".nml is not complete");
     }
-    user.status(fmt::format("{}.nml and tervex.ctl are written", name));
+    tell_result(context, name + ".nml and tervex.ctl are written");
     if (user.ask(input::create_title, input::run_question, base::Buttons::yes_no) ==
         base::Answer::yes) {
         context.window.run_command("mnuTervexRun");

@@ -97,7 +97,7 @@ void RunMonitor::build() {
     buttons->addStretch();
     add("cmdClose", "&Close", &QDialog::reject);
     column->addLayout(buttons);
-    resize(fontMetrics().averageCharWidth() * 90, fontMetrics().lineSpacing() * 26);
+    resize(fontMetrics().averageCharWidth() * 120, fontMetrics().lineSpacing() * 26);
     log_->setFocus();
 }
 
@@ -158,9 +158,8 @@ void RunMonitor::poll() {
     if (!running) {
         timer_.stop();
         if (!isVisible() && !programs_.empty()) {
-            const Program& first = programs_.front();
-            user_.status(fmt::format("{} {}", first.started.program.filename().string(),
-                                     from_qt(list_->topLevelItem(0)->text(state_column))));
+            const QTreeWidgetItem* first = list_->topLevelItem(0);
+            emit ended_unseen(first->text(name_column) + " " + first->text(state_column));
         }
     }
 }

@@ -45,6 +45,10 @@ public:
     // What shows a folder: the file manager, unless a test has its own.
     void set_opener(std::function<void(const QUrl&)> opener) { opener_ = std::move(opener); }
 
+signals:
+    // The run is over while the window is hidden: how it has ended.
+    void ended_unseen(const QString& end);
+
 private:
     struct Program {
         input::Started started;

@@ -5,12 +5,19 @@
 #include "ui/desk.h"
 #include "ui/dialogs/runmonitor.h"
 #include "ui/mainwindow.h"
+#include "ui/statuspanes.h"
+#include "ui/text.h"
 
 namespace ui {
 
 input::Programs run_programs(const Desk& desk) {
     const std::filesystem::path own = base::executable_folder();
     return {desk.folders().program, {own, (own / "../share/tervexdesk").lexically_normal()}};
+}
+
+void tell_result(CommandContext& context, const std::string& text) {
+    context.desk.user().status(text);
+    context.window.panes().set_result(to_qt(text));
 }
 
 void show_run(CommandContext& context, std::vector<input::Started> started) {
@@ -21,6 +28,11 @@ void show_run(CommandContext& context, std::vector<input::Started> started) {
     if (!monitor) {
         monitor = new RunMonitor(context.desk.user(), context.desk.model()->Model_Path(),
                                  &context.window);
+        QObject::connect(monitor, &RunMonitor::ended_unseen, &context.window,
+                         [&desk = context.desk, &window = context.window](const QString& end) {
+                             CommandContext now{desk, window};
+                             tell_result(now, from_qt(end));
+                         });
     }
     monitor->show_run(std::move(started));
 }
