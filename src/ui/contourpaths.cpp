@@ -128,7 +128,8 @@ void ContourPaths::draw_bands(QPainter& painter, const QTransform& to_pixel) con
     }
 }
 
-void ContourPaths::draw_lines(QPainter& painter, const QTransform& to_pixel) const {
+void ContourPaths::draw_lines(QPainter& painter, const QTransform& to_pixel,
+                              const std::function<QColor(const QColor&)>& ink) const {
     QPolygonF polyline;
     painter.setBrush(Qt::NoBrush);
     QRgb colour = 0;
@@ -143,14 +144,10 @@ void ContourPaths::draw_lines(QPainter& painter, const QTransform& to_pixel) con
         }
         if (line.colour != colour || painter.pen().style() == Qt::NoPen) {
             colour = line.colour;
-            painter.setPen(QPen(QColor(colour), 0));
+            painter.setPen(QPen(ink(QColor(colour)), 0));
         }
         painter.drawPolyline(polyline);
     }
-}
-
-std::size_t ContourPaths::line_points() const {
-    return line_points_.size();
 }
 
 } // namespace ui

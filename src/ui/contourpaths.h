@@ -4,10 +4,12 @@
 
 #include "plot/plotdevice.h"
 
+#include <QColor>
 #include <QImage>
 #include <QTransform>
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <vector>
 
@@ -32,9 +34,10 @@ public:
     // pixels and leaves no seam between bands.
     void fill(QImage& picture, const QTransform& to_pixel) const;
     void draw_bands(QPainter& painter, const QTransform& to_pixel) const;
-    void draw_lines(QPainter& painter, const QTransform& to_pixel) const;
-
-    std::size_t line_points() const;
+    // `ink` gives a line's colour on this ground.
+    void draw_lines(QPainter& painter, const QTransform& to_pixel,
+                    const std::function<QColor(const QColor&)>& ink) const;
+    bool has_bands() const { return !bands_.empty(); }
 
 private:
     struct Path {

@@ -59,8 +59,8 @@ struct PaneKind {
 constexpr PaneKind kinds[] = {
     {"0000,0000", 0, "Column and row"},
     {"-1.234567E+05, -1.234567E+05", 0, "Position of the pointer"},
-    {"Initial Temperature Field; Time independent", 5, "Open item"},
-    {"Checking source file, please wait ...", 5, "Progress"},
+    {"Initial Temperature Field; Time independent", 8, "Open item"},
+    {"Checking source file, please wait ...", 3, "Progress"},
     {"+0.000E+00  +0.000E+00", 0, "Value of the cell"},
 };
 

@@ -64,7 +64,7 @@ public:
     }
 
 private:
-    double scale_height() const { return has_scale_ ? 7.5 * line_ : 0; }
+    double scale_height() const { return has_scale_ ? 6.75 * line_ : 0; }
 
     QSizeF size() const {
         double width = has_scale_ ? metrics_.horizontalAdvance(picture_.scale_title) : 0;

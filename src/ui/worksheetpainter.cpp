@@ -1,9 +1,11 @@
 #include "ui/worksheetpainter.h"
 
 #include <QPainter>
+#include <QPainterPath>
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
 
 namespace ui {
@@ -77,6 +79,11 @@ WorksheetInks::WorksheetInks(const QPalette& palette)
         open_zone = QColor(255, 96, 96);
         selected_zone = QColor(112, 160, 255);
     }
+}
+
+QColor WorksheetInks::readable(const QColor& colour) const {
+    constexpr int least_contrast = 60;
+    return std::abs(colour.lightness() - ground.lightness()) < least_contrast ? text : colour;
 }
 
 QImage WorksheetPainter::image(QSize size, double ratio, const QFont& font) const {
@@ -231,7 +238,9 @@ void WorksheetPainter::draw_lines_and_marks(QPainter& painter, const QRectF& are
         }
     }
     if (picture_.contours) {
-        picture_.contours->draw_lines(painter, to_pixel_);
+        picture_.contours->draw_lines(painter, to_pixel_, [this](const QColor& colour) {
+            return picture_.contours->has_bands() ? colour : inks_.readable(colour);
+        });
     }
     draw_wells(painter, area);
     draw_points(painter);
@@ -343,9 +352,16 @@ void WorksheetPainter::draw_points(QPainter& painter) const {
     for (const auto* marks : {&picture_.points, &picture_.digitized}) {
         for (const WorksheetPicture::Mark& mark : *marks) {
             const QPointF at = to_pixel_.map(QPointF(mark.local.x, mark.local.y));
-            painter.setPen(QPen(mark.colour, 1.5));
+            // With a rim, so that it is readable on every colour.
+            QPainterPath name;
+            name.addEllipse(at, point_radius, point_radius);
+            name.addText(at + QPointF(2 * point_radius, -point_radius), painter.font(), mark.name);
+            painter.strokePath(name, QPen(inks_.ground, 3));
+            const QColor ink = inks_.readable(mark.colour);
+            painter.setPen(QPen(ink, 1.5));
             painter.setBrush(Qt::NoBrush);
             painter.drawEllipse(at, point_radius, point_radius);
+            painter.setPen(ink);
             painter.drawText(at + QPointF(2 * point_radius, -point_radius), mark.name);
         }
     }

@@ -21,6 +21,8 @@ struct WorksheetInks {
     QColor surround, ground, text, frame;
     QColor zone, open_zone, selected_zone;
     explicit WorksheetInks(const QPalette& palette);
+    // The colour, or that of texts where it cannot be told from the ground.
+    QColor readable(const QColor& colour) const;
 };
 
 class WorksheetPainter {

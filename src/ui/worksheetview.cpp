@@ -303,7 +303,9 @@ void WorksheetView::draw_overlay(QPainter& painter) const {
         open.append(pixel_of(*overlay_.rubber_end));
     }
     painter.setPen(QPen(inks.open_zone, 1.5));
+    painter.setRenderHint(QPainter::Antialiasing, true);
     painter.drawPolyline(open);
+    painter.setRenderHint(QPainter::Antialiasing, false);
     QPolygonF outline;
     for (const auto& corner : overlay_.outline) {
         outline.append(pixel_of(corner));
