@@ -31,6 +31,9 @@ void add_sessions(const std::filesystem::path& folder);
 // 20 zones of 40 nodes to the cells of a layer of 1000 x 1000.
 void add_zones();
 void add_version();
+// The start of the desktop program against that of an empty window, the example model opened in it,
+// and a table of 2000 x 2000 cells; files go to `folder`.
+void add_desk(const std::filesystem::path& folder);
 // Repainting the worksheet of the desktop program.
 void add_painting();
 

@@ -1,6 +1,9 @@
 // Measures the figures of speed and memory and prints them in one table. Options are those of
 // Google Benchmark, such as --benchmark_filter=read.
 #include "benches.h"
+#ifdef TD_DESK
+#include "deskparts.h"
+#endif
 #include "figures.h"
 #include "models.h"
 
@@ -47,6 +50,8 @@ bool run(int argc, char** argv) {
     bench::add_zones();
     bench::add_version();
 #ifdef TD_DESK
+    const auto application = bench::screenless_application();
+    bench::add_desk(folder.path());
     bench::add_painting();
 #endif
     bench::Costs costs;

@@ -1,11 +1,10 @@
 #include "benches.h"
+#include "deskparts.h"
 
-#include "base/interaction.h"
 #include "core/project.h"
 #include "plot/drawcontours.h"
 #include "ui/worksheetpainter.h"
 
-#include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
 
@@ -17,22 +16,6 @@
 namespace bench {
 
 namespace {
-
-class Silent : public base::Interaction {
-    void message(base::Icon, std::string_view, std::string_view) override {}
-    base::Answer ask(std::string_view, std::string_view, base::Buttons) override {
-        return base::Answer::cancel;
-    }
-    std::optional<std::filesystem::path> choose_file(base::FileChoice, std::string_view,
-                                                     std::string_view, std::string_view) override {
-        return std::nullopt;
-    }
-    void status(std::string_view) override {}
-    bool show_meter(int) override { return false; }
-    void busy(bool) override {}
-    void beep() override {}
-    base::Reaction failure(const base::Failure&) override { return base::Reaction::leave; }
-};
 
 float hill(int i, int j) {
     return static_cast<float>(std::sin(i * 0.013) * std::cos(j * 0.017) +
@@ -102,15 +85,9 @@ void paint(benchmark::State& state, const ui::WorksheetPicture& picture, QSize s
 } // namespace
 
 void add_painting() {
-    static int count = 1;
-    static char name[] = "bench";
-    static char* words[] = {name, nullptr};
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const auto application = std::make_shared<QGuiApplication>(count, words);
     const auto add = [&](const char* title, int side, double angle, QSize size, double zoom,
                          bool with_contours) {
         benchmark::RegisterBenchmark(title, [=](benchmark::State& state) {
-            static_cast<void>(application);
             ui::WorksheetPicture picture = layer(side, angle);
             if (with_contours) {
                 picture.contours = contours(picture);
