@@ -25,6 +25,9 @@ namespace {
 // A button that goes up nearer than this to where it went down was a click, pixels.
 constexpr double click_slack = 2;
 
+// Where nodes may lie beside the grid, of its longer extent.
+constexpr double margin_of_grid = 0.05;
+
 double distance(grid::Pixel a, grid::Pixel b) {
     return std::hypot(a.x - b.x, a.y - b.y);
 }
@@ -225,13 +228,20 @@ void WorksheetSession::sync_zones() {
     }
 }
 
+// A zone along the edge of the grid is drawn round its cells, so a margin belongs to the sheet.
 bool WorksheetSession::on_sheet(const WorksheetPointer& pointer) const {
     const core::Project& project = place_.model.project;
+    const WorksheetPicture& picture = *place_.window.view().picture();
+    const double width = picture.cells.x_edges.back(), height = picture.cells.y_edges.back();
+    const double margin = std::max(width, height) * margin_of_grid;
+    const auto [x, y] = pointer.local;
+    if (x >= -margin && x <= width + margin && y >= -margin && y <= height + margin) {
+        return true;
+    }
     const auto edge = [&](const char* key) { return double{project.single("DIMENSION", key)}; };
-    const auto at =
-        place_.window.view().picture()->position->world(pointer.local.x, pointer.local.y);
-    return pointer.cell || (at.x >= edge("SHEET_X1") && at.x <= edge("SHEET_X2") &&
-                            at.y >= edge("SHEET_Y1") && at.y <= edge("SHEET_Y2"));
+    const auto at = picture.position->world(x, y);
+    return at.x >= edge("SHEET_X1") && at.x <= edge("SHEET_X2") && at.y >= edge("SHEET_Y1") &&
+           at.y <= edge("SHEET_Y2");
 }
 
 int WorksheetSession::zone_at(const WorksheetPointer& pointer) {

@@ -7,6 +7,7 @@
 #include <QClipboard>
 #include <QDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTest>
@@ -110,8 +111,10 @@ TEST_F(Check, the_model_page_tells_size_periods_and_files_and_leads_to_the_check
     in_dialog("file_model_information", "ModelInformation", [&](QDialog& dialog) {
         page = widget<QTextBrowser>(dialog, "txtPage").toPlainText();
         support::click(widget<QPushButton>(dialog, "cmdCopy"));
+        support::type_into(widget<QLineEdit>(dialog, "txtTitle"), "Nothing");
         dialog.reject();
     });
+    EXPECT_FALSE(desk.model()->project.title().ends_with("Nothing"));
     EXPECT_TRUE(page.contains("horizontal"));
     const QString copied = QApplication::clipboard()->text();
     for (const char* line :

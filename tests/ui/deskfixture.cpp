@@ -4,7 +4,9 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QDialog>
+#include <QRadioButton>
 #include <QTest>
 #include <QTimer>
 
@@ -80,6 +82,8 @@ void DeskFixture::in_dialog(const std::function<void()>& open, std::string_view 
             modal->close();
             return;
         }
+        found->activateWindow(); // the focus moves only in the window that is in front
+        QApplication::processEvents();
         try {
             in_dialog(*found);
         } catch (const std::exception& failure) {
@@ -103,7 +107,10 @@ void type_into(QWidget& field, const std::string& text) {
 }
 
 void click(QWidget& button) {
-    QTest::mouseClick(&button, Qt::LeftButton);
+    const bool box = qobject_cast<QCheckBox*>(&button) || qobject_cast<QRadioButton*>(&button);
+    const int middle = button.height() / 2;
+    const QPoint mark(middle, middle); // behind a short text a click has no effect
+    QTest::mouseClick(&button, Qt::LeftButton, {}, box ? mark : button.rect().center());
 }
 
 } // namespace support

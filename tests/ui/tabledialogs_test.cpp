@@ -41,17 +41,6 @@ protected:
         });
     }
 
-    // In front of all windows, as the one that a person sees.
-    template <typename Opening>
-    void in_dialog(const Opening& opening, std::string_view name,
-                   const std::function<void(QDialog&)>& work) {
-        DeskFixture::in_dialog(opening, name, [&](QDialog& dialog) {
-            dialog.activateWindow();
-            QApplication::processEvents();
-            work(dialog);
-        });
-    }
-
     const core::ModelFiles& files() const { return desk.model()->files; }
     const core::ModelFlags& flags() const { return desk.model()->project.flags; }
 

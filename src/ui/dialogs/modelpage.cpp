@@ -11,10 +11,14 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTextBrowser>
 #include <QVBoxLayout>
 
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace ui {
@@ -56,10 +60,12 @@ QString text_of(const Sections& sections) {
 
 class ModelInformation final : public QDialog {
 public:
-    ModelInformation(QWidget* parent, const Sections& sections) : QDialog(parent) {
+    ModelInformation(QWidget* parent, const Sections& sections, const std::string& title)
+        : QDialog(parent), title_(new QLineEdit(to_qt(title), this)) {
         setObjectName("ModelInformation");
         setWindowTitle("Model Information");
         auto* column = new QVBoxLayout(this);
+        add_title(*column);
         auto* page = new QTextBrowser(this);
         page->setObjectName("txtPage");
         page->setAccessibleName("Model Information");
@@ -78,15 +84,48 @@ public:
         };
         connect(add("cmdCopy", "Co&py All"), &QPushButton::clicked, this,
                 [text = text_of(sections)] { QApplication::clipboard()->setText(text); });
-        connect(add("cmdCheck", "Check &model..."), &QPushButton::clicked, this, &QDialog::accept);
+        connect(add("cmdCheck", "Check &model..."), &QPushButton::clicked, this,
+                [this] { done(check); });
         buttons->addStretch();
         QPushButton* close = add("cmdClose", "&Close");
         close->setDefault(true);
-        connect(close, &QPushButton::clicked, this, &QDialog::reject);
+        connect(close, &QPushButton::clicked, this, &QDialog::accept);
         resize(fontMetrics().averageCharWidth() * 90, fontMetrics().lineSpacing() * 34);
         page->setFocus();
     }
+
+    static constexpr int check = 2; // result of the button, besides Accepted and Rejected
+
+    // Nothing when it was not changed.
+    std::optional<std::string> typed_title() const {
+        return title_->isModified() ? std::optional(from_qt(title_->text())) : std::nullopt;
+    }
+
+private:
+    void add_title(QVBoxLayout& column) {
+        constexpr int longest = 132;
+        title_->setObjectName("txtTitle");
+        title_->setMaxLength(longest);
+        title_->setToolTip("Stands in the first line of the input file.");
+        title_->setCursorPosition(0);
+        auto* label = new QLabel("&Title:");
+        label->setBuddy(title_);
+        auto* row = new QHBoxLayout;
+        row->addWidget(label);
+        row->addWidget(title_, 1);
+        column.addLayout(row);
+    }
+
+    QLineEdit* title_;
 };
+
+void keep_title(Desk& desk, const std::string& title) {
+    desk.change("set_title(title)", "Title", [&](app::Workspace& model) {
+        model.project.set_title(title);
+        model.project.flags.mark_edited();
+        return true;
+    });
+}
 
 } // namespace
 
@@ -99,7 +138,12 @@ void model_page(CommandContext& context) {
             sections = app::model_information(*model.workspace, desk.user());
         }
     });
-    if (ModelInformation page(&context.window, sections); page.exec() == QDialog::Accepted) {
+    ModelInformation page(&context.window, sections, desk.model()->project.title());
+    const int result = page.exec();
+    if (const auto title = page.typed_title(); title && result != QDialog::Rejected) {
+        keep_title(desk, *title);
+    }
+    if (result == ModelInformation::check) {
         check_model(context);
     }
 }
