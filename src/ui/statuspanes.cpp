@@ -11,10 +11,12 @@ namespace ui {
 
 namespace {
 
-// A label that never asks for more room than its widest usual text.
+// A label that never asks for more room than its widest usual text. A text that does not fit is
+// cut, or with a mark replaced by that: half a number is worse than none.
 class PaneLabel : public QLabel {
 public:
-    explicit PaneLabel(const QString& usual, QWidget* parent) : QLabel(parent), usual_(usual) {
+    PaneLabel(const QString& usual, const QString& mark, QWidget* parent)
+        : QLabel(parent), usual_(usual), mark_(mark) {
         setTextFormat(Qt::PlainText);
         setFrameStyle(QFrame::NoFrame);
     }
@@ -30,7 +32,9 @@ protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
         const QRect area = contentsRect();
-        const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, area.width());
+        const QString shown = !mark_.isEmpty() && is_cut()
+                                  ? mark_
+                                  : fontMetrics().elidedText(text(), Qt::ElideRight, area.width());
         painter.setPen(palette().color(foregroundRole()));
         painter.drawText(area, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, shown);
     }
@@ -41,19 +45,19 @@ protected:
     }
 
 public:
-    void show_rest() {
-        const bool cut = fontMetrics().horizontalAdvance(text()) > contentsRect().width();
-        setToolTip(cut ? text() : QString());
-    }
+    void show_rest() { setToolTip(is_cut() ? text() : QString()); }
 
 private:
-    QString usual_;
+    bool is_cut() const { return fontMetrics().horizontalAdvance(text()) > contentsRect().width(); }
+
+    QString usual_, mark_;
 };
 
 struct PaneKind {
     const char* usual; // text that has to fit
     int stretch;
     const char* says; // for those who cannot see it
+    const char* mark = "";
 };
 
 constexpr PaneKind kinds[] = {
@@ -61,7 +65,7 @@ constexpr PaneKind kinds[] = {
     {"-1.234567E+05, -1.234567E+05", 0, "Position of the pointer"},
     {"Initial Temperature Field; Time independent", 8, "Open item"},
     {"Checking source file, please wait ...", 3, "Progress"},
-    {"+0.000E+00  +0.000E+00", 0, "Value of the cell"},
+    {"+0.000E+00  +0.000E+00  +0.000E+00", 0, "Value of the cell", "###"},
 };
 
 } // namespace
@@ -69,7 +73,7 @@ constexpr PaneKind kinds[] = {
 StatusPanes::StatusPanes(QWidget* parent) : QStatusBar(parent) {
     int number = 0;
     for (const PaneKind& kind : kinds) {
-        auto* label = new PaneLabel(kind.usual, this);
+        auto* label = new PaneLabel(kind.usual, kind.mark, this);
         label->setObjectName(QString("pane%1").arg(number + 1));
         label->setAccessibleName(kind.says);
         texts_.at(std::size_t(number++)) = label;
