@@ -3,6 +3,7 @@
 #include "app/predecessor.h"
 #include "app/recentfiles.h"
 #include "app/toolfiles.h"
+#include "base/busy.h"
 #include "base/textfile.h"
 #include "grid/griddefinition.h"
 #include "grid/monitoring.h"
@@ -19,18 +20,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// The hourglass, for as long as it lives.
-class Busy {
-public:
-    explicit Busy(base::Interaction& user) : user_(user) { user_.busy(true); }
-    ~Busy() { user_.busy(false); }
-    Busy(const Busy&) = delete;
-    Busy& operator=(const Busy&) = delete;
-
-private:
-    base::Interaction& user_;
-};
-
 // A list that is missing, foreign or of the older form is written new at once.
 void renew_points(core::ModelFiles& files) {
     const auto bytes = files.read_if(".pol");
@@ -42,7 +31,7 @@ void renew_points(core::ModelFiles& files) {
 
 Loaded read_model(const std::function<Loaded()>& load, const fs::path& shown,
                   base::Interaction& user) {
-    const Busy hourglass(user);
+    const base::Busy hourglass(user);
     Loaded loaded = load();
     if (!loaded.workspace) {
         return loaded;

@@ -1,5 +1,6 @@
 #include "ui/dialogs/createinput.h"
 
+#include "base/busy.h"
 #include "input/completeness.h"
 #include "input/inputfile.h"
 #include "ui/commandtables.h"
@@ -23,23 +24,12 @@ struct Attempted {
     input::CreatedInput created;
 };
 
-class Busy {
-public:
-    explicit Busy(base::Interaction& user) : user_(user) { user_.busy(true); }
-    ~Busy() { user_.busy(false); }
-    Busy(const Busy&) = delete;
-    Busy& operator=(const Busy&) = delete;
-
-private:
-    base::Interaction& user_;
-};
-
 Attempted write(app::Workspace& model, const Desk& desk) {
     // Told first: the gaps that chemistry leaves cannot be closed in this edition.
     if (auto refusal = input::chemistry_refusal(model.project.flags)) {
         return {std::nullopt, std::move(refusal), {}};
     }
-    const Busy busy(desk.user());
+    const base::Busy busy(desk.user());
     if (auto gap = input::Control(model.project, model.files)) {
         return {std::move(gap), std::nullopt, {}};
     }
