@@ -15,7 +15,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QScreen>
-#include <QStyleFactory>
 #include <QTemporaryFile>
 #include <QTimer>
 
@@ -280,7 +279,7 @@ int run_program(int argc, char** argv) {
     QApplication::setApplicationName("tervexdesk");
     QApplication::setApplicationDisplayName({});
     QGuiApplication::setDesktopFileName("tervexdesk");
-    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    QApplication::setStyle(make_style());
     QApplication::setWindowIcon(program_icon());
     if (start.dark) {
         use_theme(*start.dark);

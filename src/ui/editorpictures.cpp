@@ -6,6 +6,7 @@
 #include "grid/monitoring.h"
 #include "plot/drawcontours.h"
 #include "plot/plotsource.h"
+#include "ui/colours.h"
 #include "ui/text.h"
 
 #include <algorithm>
@@ -52,6 +53,18 @@ plot::StrokeFont label_font() {
     const std::filesystem::path own = base::executable_folder();
     const std::filesystem::path folders[] = {own, own / "../share/tervexdesk"};
     return plot::StrokeFont::load(folders);
+}
+
+// Bands of one black say nothing: a project whose colours nobody has chosen yet shows a scale.
+void give_colours(plot::ContourLevels& levels) {
+    if (levels.size() < 2 ||
+        std::ranges::any_of(levels, [](const auto& level) { return level.fill; })) {
+        return;
+    }
+    for (std::size_t n = 0; n < levels.size(); ++n) {
+        const double place = static_cast<double>(n) / static_cast<double>(levels.size() - 1);
+        levels[n].fill = from_qt_colour(QColor(scale_colour(CellColours::viridis, place)));
+    }
 }
 
 // The way back from the sheet of plots to the grid's own frame.
@@ -170,6 +183,7 @@ std::shared_ptr<const ContourPaths> SessionPictures::contours(grid::DisplayMode 
     plot::PlotData data{project, worksheet_.cells(), worksheet_.array(array), boundary_, {}, {}, {},
                         font_};
     data.levels = plot::load_levels(data, model_.files).levels;
+    give_colours(data.levels);
     auto paths = std::make_shared<ContourPaths>();
     if (key_shown(project, "Fill CONTOURS")) {
         const plot::PlotFrame frame(project, data.cells, plot::Display::local);

@@ -11,18 +11,22 @@ namespace ui {
 
 namespace {
 
-// A label that never asks for more room than its widest usual text. A text that does not fit is
-// cut, or with a mark replaced by that: half a number is worse than none.
+// A label that asks for the room of its usual text, or of its own text when it is to be seen whole.
+// A text that does not fit is cut, or with a mark replaced by that: half a number is worse than
+// none.
 class PaneLabel : public QLabel {
 public:
-    PaneLabel(const QString& usual, const QString& mark, QWidget* parent)
-        : QLabel(parent), usual_(usual), mark_(mark) {
+    PaneLabel(const QString& usual, bool whole, const QString& mark, QWidget* parent)
+        : QLabel(parent), usual_(usual), whole_(whole), mark_(mark) {
         setTextFormat(Qt::PlainText);
         setFrameStyle(QFrame::NoFrame);
     }
 
     QSize sizeHint() const override {
-        return {fontMetrics().horizontalAdvance(usual_ + "0"), QLabel::sizeHint().height()};
+        const auto width = [this](const QString& shown) {
+            return fontMetrics().horizontalAdvance(shown + "0");
+        };
+        return {std::max(width(usual_), whole_ ? width(text()) : 0), QLabel::sizeHint().height()};
     }
     QSize minimumSizeHint() const override {
         return {fontMetrics().averageCharWidth() * 3, QLabel::minimumSizeHint().height()};
@@ -50,22 +54,25 @@ public:
 private:
     bool is_cut() const { return fontMetrics().horizontalAdvance(text()) > contentsRect().width(); }
 
-    QString usual_, mark_;
+    QString usual_;
+    bool whole_;
+    QString mark_;
 };
 
 struct PaneKind {
     const char* usual; // text that has to fit
+    bool whole;        // and any other
     int stretch;
     const char* says; // for those who cannot see it
     const char* mark = "";
 };
 
 constexpr PaneKind kinds[] = {
-    {"0000,0000", 0, "Column and row"},
-    {"-1.234567E+05, -1.234567E+05", 0, "Position of the pointer"},
-    {"Initial Temperature Field; Time independent", 8, "Open item"},
-    {"Checking source file, please wait ...", 3, "Progress"},
-    {"+0.000E+00  +0.000E+00  +0.000E+00", 0, "Value of the cell", "###"},
+    {"0000,0000", false, 0, "Column and row"},
+    {"-123456.7, -123456.7", false, 0, "Position of the pointer"},
+    {"Initial Temperature Field; Time independent", true, 0, "Open item"},
+    {"", false, 1, "Progress"},
+    {"+0.000E+00", true, 0, "Value of the cell", "###"},
 };
 
 } // namespace
@@ -73,7 +80,7 @@ constexpr PaneKind kinds[] = {
 StatusPanes::StatusPanes(QWidget* parent) : QStatusBar(parent) {
     int number = 0;
     for (const PaneKind& kind : kinds) {
-        auto* label = new PaneLabel(kind.usual, kind.mark, this);
+        auto* label = new PaneLabel(kind.usual, kind.whole, kind.mark, this);
         label->setObjectName(QString("pane%1").arg(number + 1));
         label->setAccessibleName(kind.says);
         texts_.at(std::size_t(number++)) = label;
@@ -93,6 +100,7 @@ void StatusPanes::set(int pane, const QString& text) {
     auto* label = static_cast<PaneLabel*>(texts_.at(std::size_t(pane - 1)));
     if (label->text() != text) {
         label->setText(text);
+        label->updateGeometry();
         label->show_rest();
     }
 }

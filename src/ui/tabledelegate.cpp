@@ -1,6 +1,7 @@
 #include "ui/tabledelegate.h"
 
 #include "ui/tablemodel.h"
+#include "ui/theme.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -16,14 +17,6 @@ namespace {
 bool has_kind(const QModelIndex& cell, core::FieldKind kind) {
     const QVariant value = cell.data(kind_role);
     return value.isValid() && value.toInt() == int(kind);
-}
-
-// Between the colours of text and ground, so that it shows in a dark palette as in a light one.
-QColor line_colour(const QPalette& palette, double weight) {
-    const QColor ground = palette.color(QPalette::Base), text = palette.color(QPalette::Text);
-    const auto mixed = [weight](int from, int to) { return int(from + (to - from) * weight); };
-    return QColor(mixed(ground.red(), text.red()), mixed(ground.green(), text.green()),
-                  mixed(ground.blue(), text.blue()));
 }
 
 void draw_grid(QPainter* painter, const QStyleOptionViewItem& option) {

@@ -1,7 +1,10 @@
 #include "ui/theme.h"
 
 #include <QApplication>
+#include <QPainter>
 #include <QPalette>
+#include <QProxyStyle>
+#include <QStyleOption>
 
 namespace ui {
 
@@ -38,7 +41,59 @@ constexpr Shade shades[] = {
 constexpr QPalette::ColorRole greyed[] = {QPalette::WindowText, QPalette::Text,
                                           QPalette::ButtonText};
 
+// The toolkit darkens the colour of the window for outlines, which is lost on a dark window.
+class DeskStyle : public QProxyStyle {
+public:
+    DeskStyle() : QProxyStyle("Fusion") {}
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override {
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        const bool is_dark = option->palette.color(QPalette::Window).lightness() < 128;
+        if (is_dark && !shows_focus(element, option->state)) {
+            draw_outline(element, *option, *painter);
+        }
+    }
+
+private:
+    static bool shows_focus(PrimitiveElement element, State state) {
+        return state & State_HasFocus &&
+               (element == PE_FrameLineEdit || state & State_KeyboardFocusChange);
+    }
+
+    static void draw_outline(PrimitiveElement element, const QStyleOption& option,
+                             QPainter& painter) {
+        const bool is_frame = element == PE_FrameLineEdit;
+        if (!is_frame && element != PE_IndicatorCheckBox && element != PE_IndicatorRadioButton) {
+            return;
+        }
+        const double weight = is_frame ? 0.3 : 0.55;
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(line_colour(option.palette, option.state & State_Enabled ? weight : 0.25));
+        const QRectF edge = QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5);
+        if (element == PE_IndicatorRadioButton) {
+            painter.drawEllipse(edge);
+        } else {
+            painter.drawRoundedRect(edge, is_frame ? 2 : 0, is_frame ? 2 : 0);
+        }
+        painter.restore();
+    }
+};
+
 } // namespace
+
+QStyle* make_style() {
+    return new DeskStyle;
+}
+
+QColor line_colour(const QPalette& palette, double weight) {
+    const QColor ground = palette.color(QPalette::Base), text = palette.color(QPalette::Text);
+    const auto mixed = [weight](int from, int to) { return int(from + (to - from) * weight); };
+    return QColor(mixed(ground.red(), text.red()), mixed(ground.green(), text.green()),
+                  mixed(ground.blue(), text.blue()));
+}
 
 void use_theme(bool dark) {
     QPalette palette;

@@ -86,6 +86,15 @@ QColor WorksheetInks::readable(const QColor& colour) const {
     return std::abs(colour.lightness() - ground.lightness()) < least_contrast ? text : colour;
 }
 
+QColor WorksheetInks::mesh(const QColor& colour) const {
+    constexpr int least_light = 128;
+    if (ground.lightness() >= least_light || colour.lightness() < least_light) {
+        return colour;
+    }
+    return QColor((colour.red() + 2 * ground.red()) / 3, (colour.green() + 2 * ground.green()) / 3,
+                  (colour.blue() + 2 * ground.blue()) / 3);
+}
+
 QImage WorksheetPainter::image(QSize size, double ratio, const QFont& font) const {
     QImage image(size, QImage::Format_RGB32);
     image.fill(inks_.surround);
@@ -252,7 +261,7 @@ void WorksheetPainter::draw_mesh(QPainter& painter, const QRectF& area) const {
     const QRectF seen =
         to_pixel_.inverted().mapRect(area).intersected(QRectF(0, 0, x.back(), y.back()));
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(picture_.mesh_shown ? picture_.mesh_colour : inks_.frame, 0));
+    painter.setPen(QPen(picture_.mesh_shown ? inks_.mesh(picture_.mesh_colour) : inks_.frame, 0));
     const QRectF whole(0, 0, x.back(), y.back());
     painter.drawPolygon(to_pixel_.map(QPolygonF(whole)));
     if (!picture_.mesh_shown || seen.isEmpty()) {

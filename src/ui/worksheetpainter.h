@@ -23,6 +23,8 @@ struct WorksheetInks {
     explicit WorksheetInks(const QPalette& palette);
     // The colour, or that of texts where it cannot be told from the ground.
     QColor readable(const QColor& colour) const;
+    // Lines of the mesh stay in the background of a dark picture, too.
+    QColor mesh(const QColor& colour) const;
 };
 
 class WorksheetPainter {

@@ -49,8 +49,6 @@ CheckModel::CheckModel(CommandContext& context)
     column->addWidget(list_, 1);
     column->addStretch();
     column->addLayout(make_buttons());
-    const QFontMetrics metrics(font());
-    resize(metrics.averageCharWidth() * 130, metrics.lineSpacing() * 26);
     renew();
 }
 
@@ -128,8 +126,21 @@ void CheckModel::renew() {
             .pixmap(size, size));
     create_->setEnabled(complete);
     create_->setDefault(complete);
-    list_->setVisible(!complete);
+    show_list(!complete);
     complete ? create_->setFocus() : list_->setFocus();
+}
+
+// A complete model needs no more room than its one line.
+void CheckModel::show_list(bool on) {
+    const bool has_size = testAttribute(Qt::WA_Resized);
+    if (has_size && on != list_->isHidden()) {
+        return;
+    }
+    list_->setVisible(on);
+    const QFontMetrics metrics(font());
+    layout()->activate();
+    resize(metrics.averageCharWidth() * (on ? 130 : 85),
+           on ? metrics.lineSpacing() * 26 : sizeHint().height());
 }
 
 void CheckModel::show_gaps(const std::vector<input::Gap>& gaps) {

@@ -45,6 +45,7 @@ private:
     QTableWidget* make_list();
     QLayout* make_buttons();
     void renew();
+    void show_list(bool on);
     void show_gaps(const std::vector<input::Gap>& gaps);
     void add_gap(const input::Gap& gap);
     Mend way_to_mend(const input::Gap& gap) const;
