@@ -37,6 +37,19 @@ public:
         connect(this, &QTextBrowser::anchorClicked, this, [this](const QUrl& url) { follow(url); });
     }
 
+protected:
+    // Pictures wider than the page are made to fit.
+    QVariant loadResource(int type, const QUrl& name) override {
+        QVariant found = QTextBrowser::loadResource(type, name);
+        const int room = viewport()->width() - 4 * fontMetrics().height();
+        QImage image;
+        if (type == QTextDocument::ImageResource && room > 0 &&
+            image.loadFromData(found.toByteArray()) && image.width() > room) {
+            return image.scaledToWidth(room, Qt::SmoothTransformation);
+        }
+        return found;
+    }
+
 private:
     void follow(const QUrl& url) {
         if (!url.scheme().isEmpty() && url.scheme() != "file") {

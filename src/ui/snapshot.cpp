@@ -5,12 +5,16 @@
 #include "ui/editor.h"
 #include "ui/mainwindow.h"
 #include "ui/text.h"
+#include "ui/toolbar.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QDialog>
 #include <QElapsedTimer>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QSpinBox>
 #include <QTimer>
 
 namespace ui {
@@ -36,10 +40,21 @@ public:
         timer_.start(settle_ms);
     }
 
-    void run(const std::string& command, bool takes_picture) {
+    // A command of the menus, or what else has a name: "tool_zone", "view_colours_viridis",
+    // "layer=6". False for what there is not.
+    bool run(const QString& name, bool takes_picture) {
         takes_picture_ = takes_picture;
-        window_.run_command(command);
+        if (find_command(from_qt(name))) {
+            window_.run_command(from_qt(name));
+        } else if (name.startsWith("layer=")) {
+            window_.tools().layer_spin().setValue(name.section('=', 1).toInt());
+        } else if (QAction* action = find_action(name)) {
+            action->trigger();
+        } else {
+            return false;
+        }
         settle();
+        return true;
     }
 
     void leave_editor() {
@@ -54,6 +69,14 @@ public:
     const std::string& refusal() const { return refusal_; }
 
 private:
+    QAction* find_action(const QString& name) const {
+        for (QMenu* menu : window_.findChildren<QMenu*>()) {
+            QMetaObject::invokeMethod(menu, "aboutToShow"); // some are filled only then
+        }
+        auto* const action = window_.findChild<QAction*>(name);
+        return action && action->isEnabled() ? action : nullptr;
+    }
+
     void look() {
         QWidget* const modal = QApplication::activeModalWidget();
         if (auto* box = qobject_cast<QMessageBox*>(modal)) {
@@ -125,11 +148,11 @@ std::string take_snapshot(MainWindow& window, const std::string& name,
         const QStringList commands = to_qt(name).split('+', Qt::SkipEmptyParts);
         bool was_open = false;
         for (const QString& command : commands) {
-            if (!find_command(from_qt(command))) {
+            was_open = window.desk().editor_open();
+            if (!watcher.run(command, &command == &commands.back())) {
+                watcher.leave_editor();
                 return "there is no dialog of " + from_qt(command);
             }
-            was_open = window.desk().editor_open();
-            watcher.run(from_qt(command), &command == &commands.back());
         }
         picture = watcher.picture();
         if (picture.isNull() && watcher.refusal().empty()) {

@@ -94,6 +94,11 @@ TEST_F(DeskFixture, pictures_of_windows_are_written) {
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
     EXPECT_EQ(ui::take_snapshot(window, "mnuToolsShowView", file),
               "there is no dialog of mnuToolsShowView");
+    user.expect_question("Flow Boundary Condition", "Save changes to Flow Boundary Condition?",
+                         base::Answer::no);
+    EXPECT_EQ(ui::take_snapshot(window, "grid_ibound+layer=2+view_colours_viridis", file), "");
+    EXPECT_EQ(size(), window.size());
+    EXPECT_FALSE(window.desk().editor_open());
     EXPECT_NE(ui::take_snapshot(window, "main", folder.path() / "no" / "a.png"), "");
 }
 
