@@ -61,8 +61,10 @@ void give_colours(plot::ContourLevels& levels) {
         std::ranges::any_of(levels, [](const auto& level) { return level.fill; })) {
         return;
     }
+    constexpr double darkest = 0.3; // lines and labels are black
     for (std::size_t n = 0; n < levels.size(); ++n) {
-        const double place = static_cast<double>(n) / static_cast<double>(levels.size() - 1);
+        const double part = static_cast<double>(n) / static_cast<double>(levels.size() - 1);
+        const double place = darkest + (1 - darkest) * part;
         levels[n].fill = from_qt_colour(QColor(scale_colour(CellColours::viridis, place)));
     }
 }

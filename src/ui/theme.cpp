@@ -24,7 +24,7 @@ constexpr Shade shades[] = {
     {QPalette::ToolTipText, 0xff111111, 0xffe6e6e6},
     {QPalette::PlaceholderText, 0xff6f6f6f, 0xff9a9a9a},
     {QPalette::Text, 0xff111111, 0xffe6e6e6},
-    {QPalette::Button, 0xffefefef, 0xff383a3e},
+    {QPalette::Button, 0xffefefef, 0xff323438},
     {QPalette::ButtonText, 0xff111111, 0xffe6e6e6},
     {QPalette::BrightText, 0xffffffff, 0xffff6b5f},
     {QPalette::Light, 0xffffffff, 0xff4a4d52},

@@ -105,7 +105,7 @@ private:
         const double side = metrics_.ascent();
         const QRectF swatch(at.x(), at.y() + (line_ - side) / 2, line_, side);
         painter_.setPen(QPen(row.outline ? row.colour : inks_.frame, row.outline ? 1.5 : 0));
-        painter_.setBrush(row.outline ? QBrush(Qt::NoBrush) : QBrush(row.colour));
+        painter_.setBrush(row.outline ? QBrush(Qt::NoBrush) : QBrush(inks_.cell_class(row.colour)));
         painter_.drawRect(swatch);
         painter_.setPen(inks_.text);
         painter_.drawText(

@@ -75,7 +75,7 @@ WorksheetInks::WorksheetInks(const QPalette& palette)
     : surround(palette.color(QPalette::Window)), ground(palette.color(QPalette::Base)),
       text(palette.color(QPalette::Text)), frame(palette.color(QPalette::Mid)), zone(text),
       open_zone(Qt::red), selected_zone(Qt::blue) {
-    if (ground.lightness() < 128) {
+    if (is_dark()) {
         open_zone = QColor(255, 96, 96);
         selected_zone = QColor(112, 160, 255);
     }
@@ -87,12 +87,20 @@ QColor WorksheetInks::readable(const QColor& colour) const {
 }
 
 QColor WorksheetInks::mesh(const QColor& colour) const {
-    constexpr int least_light = 128;
-    if (ground.lightness() >= least_light || colour.lightness() < least_light) {
+    if (!is_dark() || colour.lightness() < 128) {
         return colour;
     }
     return QColor((colour.red() + 2 * ground.red()) / 3, (colour.green() + 2 * ground.green()) / 3,
                   (colour.blue() + 2 * ground.blue()) / 3);
+}
+
+QColor WorksheetInks::cell_class(const QColor& colour) const {
+    constexpr int palest = 190;
+    constexpr float lightness = 0.28F;
+    if (!is_dark() || colour.lightness() < palest) {
+        return colour;
+    }
+    return QColor::fromHslF(colour.hslHueF(), colour.hslSaturationF() / 2, lightness);
 }
 
 QImage WorksheetPainter::image(QSize size, double ratio, const QFont& font) const {
@@ -122,9 +130,11 @@ void WorksheetPainter::draw(QPainter& painter, const QRectF& area) const {
 
 std::vector<QRgb> WorksheetPainter::colours() const {
     std::vector<QRgb> table(256, inks_.ground.rgb());
+    const bool is_scale = picture_.colours != CellColours::classes;
     for (std::size_t n = 0; n < picture_.colour_table.size(); ++n) {
         if (picture_.colour_table[n] != 0) {
-            table[n + 1] = picture_.colour_table[n];
+            const QColor colour(picture_.colour_table[n]);
+            table[n + 1] = (is_scale ? colour : inks_.cell_class(colour)).rgb();
         }
     }
     return table;

@@ -25,6 +25,11 @@ struct WorksheetInks {
     QColor readable(const QColor& colour) const;
     // Lines of the mesh stay in the background of a dark picture, too.
     QColor mesh(const QColor& colour) const;
+    // The same for the pale colours of whole numbers, on which texts and outlines are to be seen.
+    QColor cell_class(const QColor& colour) const;
+
+private:
+    bool is_dark() const { return ground.lightness() < 128; }
 };
 
 class WorksheetPainter {
