@@ -41,7 +41,8 @@ protected:
     // Pictures wider than the page are made to fit.
     QVariant loadResource(int type, const QUrl& name) override {
         QVariant found = QTextBrowser::loadResource(type, name);
-        const int room = viewport()->width() - 4 * fontMetrics().height();
+        const int room =
+            window()->width() - 5 * fontMetrics().height(); // before it is laid out, too
         QImage image;
         if (type == QTextDocument::ImageResource && room > 0 &&
             image.loadFromData(found.toByteArray()) && image.width() > room) {
@@ -90,7 +91,7 @@ ManualWindow::ManualWindow(const QString& folder, QWidget* parent)
     setCentralWidget(middle);
     build_bar();
     const int width = fontMetrics().averageCharWidth();
-    resize(100 * width, 60 * fontMetrics().height() * 2 / 3);
+    resize(125 * width, 46 * fontMetrics().height());
 }
 
 void ManualWindow::build_bar() {
