@@ -17,6 +17,7 @@ struct Wording {
     std::string_view text, menu;
 };
 constexpr Wording wordings[] = {
+    {"|time|periods", "|time|stressperiods"},
     {"|flow|initialpermeabiltiy/porosity", "|flow|initialpermeability/porosity"},
     {"|heat|heatboundaries", "|heat|thermalboundaries"},
     {"|transport|fluid/rockproperties", "|transport|dispersion/diffusion"},

@@ -4,6 +4,7 @@
 #include "core/extensions.h"
 #include "core/modelfiles.h"
 #include "core/project.h"
+#include "sim/periods.h"
 #include "sim/rockfile.h"
 
 #include <fmt/format.h>
@@ -231,6 +232,24 @@ constexpr Test tests[] = {
      "Define the Chemical Reactions first in: |Reactions|Reactions Properties."},
 };
 
+bool lacks_time_unit(const Model& model) {
+    if (!model.files.has(".trn")) {
+        return false;
+    }
+    try {
+        return sim::seconds_of_unit(sim::PeriodTable::load(model.files).unit) == 0;
+    } catch (const base::FileFailure&) {
+        return false; // told by everybody who needs the periods
+    }
+}
+
+// What only the writing of the input file refuses: told with the gaps, so that nobody is sent there
+// with a model that stops in the middle.
+constexpr Test tests_of_writing[] = {
+    {34, lacks_time_unit, "Please define first the time unit in: |Time|Periods", nullptr,
+     "Missing Data"},
+};
+
 // The path of the menu inside a text, without the full stop of its sentence.
 std::string menu_path(const Test& test, std::string_view text) {
     if (test.menu_path != nullptr) {
@@ -268,11 +287,15 @@ std::optional<Gap> Control(const core::Project& project, core::ModelFiles& files
 std::vector<Gap> all_gaps(const core::Project& project, core::ModelFiles& files) {
     const Model model{project, files, core::ArrayStore(files, project)};
     std::vector<Gap> gaps;
-    for (const Test& test : tests) {
-        if (test.fails(model)) {
-            gaps.push_back(gap_of(test, model));
+    const auto look = [&](std::span<const Test> some) {
+        for (const Test& test : some) {
+            if (test.fails(model)) {
+                gaps.push_back(gap_of(test, model));
+            }
         }
-    }
+    };
+    look(tests);
+    look(tests_of_writing);
     return gaps;
 }
 

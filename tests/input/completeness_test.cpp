@@ -3,6 +3,7 @@
 #include "core/arraystore.h"
 #include "core/modelfiles.h"
 #include "core/project.h"
+#include "sim/periods.h"
 #include "support/tempfolder.h"
 
 #include <gtest/gtest.h>
@@ -227,11 +228,12 @@ TEST_F(CompletenessTest, all_gaps_come_in_order) {
     project.flags.set(9, 1, 0);
     project.flags.set(2, 7, 0);
     set_last_cell(1403, 0);
+    sim::PeriodTable().save(files); // without a time unit
     std::vector<int> numbers;
     for (const input::Gap& gap : input::all_gaps(project, files)) {
         numbers.push_back(gap.test);
     }
-    EXPECT_EQ(numbers, (std::vector<int>{7, 9, 19}));
+    EXPECT_EQ(numbers, (std::vector<int>{7, 9, 19, 34}));
 }
 
 } // namespace
