@@ -95,8 +95,8 @@ void WorksheetSession::find(grid::CellIndex cell) {
 }
 
 QString WorksheetSession::tip(const WorksheetPointer& pointer) {
-    if (!pointer.cell) {
-        return {};
+    if (!pointer.cell || zones_.Zone_Open) {
+        return {}; // it would lie on the ground of the next node
     }
     std::string text = from_qt(place_tip(pointer, place_.window.view()));
     for (int k = 1; k <= worksheet_->Array_Count(); ++k) {

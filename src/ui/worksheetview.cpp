@@ -44,7 +44,7 @@ WorksheetView::WorksheetView(QWidget* parent) : QAbstractScrollArea(parent) {
     cell_field_->setAccessibleName("Column, Row");
     cell_field_->setToolTip("Find a cell: column, row");
     cell_field_->hide();
-    connect(cell_field_, &QLineEdit::returnPressed, this, [this] { take_cell_text(); });
+    cell_field_->installEventFilter(this);
     auto* const shortcut = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_G), this);
     connect(shortcut, &QShortcut::activated, this, &WorksheetView::find_cell);
 }

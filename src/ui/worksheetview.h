@@ -131,6 +131,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override; // of the field for a cell
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:

@@ -28,6 +28,10 @@ bool WorksheetView::viewportEvent(QEvent* event) {
     if (event->type() == QEvent::Leave && input_) {
         input_->gone();
     }
+    // Also when a dialog that lay above the pointer has closed.
+    if (event->type() == QEvent::Enter && input_ && picture_) {
+        input_->move(pointer_at(static_cast<const QEnterEvent&>(*event).position()));
+    }
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange) {
         redraw();
     }
@@ -160,6 +164,32 @@ void WorksheetView::find_cell() {
     cell_field_->show();
     cell_field_->raise();
     cell_field_->setFocus();
+}
+
+// Enter and Escape would go on to the worksheet.
+bool WorksheetView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != cell_field_) {
+        return QAbstractScrollArea::eventFilter(watched, event);
+    }
+    if (event->type() == QEvent::KeyPress) {
+        switch (static_cast<const QKeyEvent&>(*event).key()) {
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            take_cell_text();
+            return true;
+        case Qt::Key_Escape:
+            cell_field_->hide();
+            setFocus();
+            return true;
+        default:
+            break;
+        }
+    }
+    if (event->type() == QEvent::FocusOut &&
+        static_cast<const QFocusEvent&>(*event).reason() != Qt::ActiveWindowFocusReason) {
+        cell_field_->hide();
+    }
+    return false;
 }
 
 void WorksheetView::take_cell_text() {

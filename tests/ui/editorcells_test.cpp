@@ -6,6 +6,7 @@
 #include "ui/toolbar.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QDialog>
 #include <QLineEdit>
@@ -175,6 +176,12 @@ TEST_F(EditorCells, the_status_bar_shows_cell_place_and_values) {
     move_to(cell(12, 3));
     EXPECT_EQ(pane(1), "0012,0003");
     EXPECT_EQ(pane(5), "+1.000E+01");
+    QEvent gone(QEvent::Leave);
+    QApplication::sendEvent(view().viewport(), &gone);
+    EXPECT_EQ(pane(5), "");
+    QEnterEvent back(cell(12, 3), cell(12, 3), view().viewport()->mapToGlobal(cell(12, 3)));
+    QApplication::sendEvent(view().viewport(), &back);
+    EXPECT_EQ(pane(5), "+1.000E+01") << "as soon as a dialog has closed";
     move_to(QPoint(1, 1));
     EXPECT_EQ(pane(1), "");
     EXPECT_EQ(pane(5), "---");

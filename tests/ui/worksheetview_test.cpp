@@ -32,7 +32,12 @@ public:
         last = pointer.cell.value_or(grid::CellIndex{0, 0});
     }
     void find(grid::CellIndex cell) override { found = cell; }
+    bool key(QKeyEvent&) override {
+        ++keys;
+        return true;
+    }
     grid::CellIndex last{0, 0}, found{0, 0};
+    int keys = 0;
 };
 
 class View : public testing::Test {
@@ -216,6 +221,10 @@ TEST_F(View, the_find_field_takes_column_and_row) {
     EXPECT_FALSE(field->isVisible());
     EXPECT_EQ(input.found.column, 7);
     EXPECT_EQ(input.found.row, 30);
+    view.find_cell();
+    QTest::keyClick(field, Qt::Key_Escape);
+    EXPECT_FALSE(field->isVisible());
+    EXPECT_EQ(input.keys, 0) << "the keys are those of the field alone";
 }
 
 TEST_F(View, marked_cells_keep_their_colour_until_the_next_picture) {
