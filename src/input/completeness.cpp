@@ -243,8 +243,7 @@ bool lacks_time_unit(const Model& model) {
     }
 }
 
-// What only the writing of the input file refuses: told with the gaps, so that nobody is sent there
-// with a model that stops in the middle.
+// What only the writing of the input file refuses.
 constexpr Test tests_of_writing[] = {
     {34, lacks_time_unit, "Please define first the time unit in: |Time|Periods", nullptr,
      "Missing Data"},
@@ -284,19 +283,28 @@ std::optional<Gap> Control(const core::Project& project, core::ModelFiles& files
     return gap_of(*failed, model);
 }
 
-std::vector<Gap> all_gaps(const core::Project& project, core::ModelFiles& files) {
+namespace {
+
+std::vector<Gap> failed(std::span<const Test> some, const core::Project& project,
+                        core::ModelFiles& files) {
     const Model model{project, files, core::ArrayStore(files, project)};
     std::vector<Gap> gaps;
-    const auto look = [&](std::span<const Test> some) {
-        for (const Test& test : some) {
-            if (test.fails(model)) {
-                gaps.push_back(gap_of(test, model));
-            }
+    for (const Test& test : some) {
+        if (test.fails(model)) {
+            gaps.push_back(gap_of(test, model));
         }
-    };
-    look(tests);
-    look(tests_of_writing);
+    }
     return gaps;
+}
+
+} // namespace
+
+std::vector<Gap> all_gaps(const core::Project& project, core::ModelFiles& files) {
+    return failed(tests, project, files);
+}
+
+std::vector<Gap> gaps_of_writing(const core::Project& project, core::ModelFiles& files) {
+    return failed(tests_of_writing, project, files);
 }
 
 } // namespace input

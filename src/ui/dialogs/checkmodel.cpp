@@ -18,6 +18,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <iterator>
 
 namespace ui {
 
@@ -106,6 +107,8 @@ void CheckModel::renew() {
     desk_.attempt("[Input] Control()", [&] {
         core::ModelFiles files(desk_.model()->Model_Path(), core::Access::read);
         gaps = input::all_gaps(desk_.model()->project, files);
+        std::ranges::move(input::gaps_of_writing(desk_.model()->project, files),
+                          std::back_inserter(*gaps));
     });
     desk_.user().busy(false);
     show_gaps(gaps.value_or(std::vector<input::Gap>()));
