@@ -156,8 +156,34 @@ int run_window(SafeApplication& program, const Start& start) {
 }
 
 // Remembers nothing: a picture is no session.
+// Nobody is there while the model of a picture is opened: what would be shown is printed.
+class PictureUser : public QtUser {
+public:
+    void message(base::Icon icon, std::string_view title, std::string_view text) override {
+        if (!opens_) {
+            return QtUser::message(icon, title, text);
+        }
+        std::cerr << "tervexdesk: " << text << '\n';
+    }
+    base::Answer ask(std::string_view title, std::string_view text,
+                     base::Buttons buttons) override {
+        return opens_ ? base::Answer::cancel : QtUser::ask(title, text, buttons);
+    }
+    base::Reaction failure(const base::Failure& failure) override {
+        if (!opens_) {
+            return QtUser::failure(failure);
+        }
+        std::cerr << "tervexdesk: " << failure.file.string() << ": " << failure.what << '\n';
+        return base::Reaction::leave;
+    }
+    void has_opened() { opens_ = false; }
+
+private:
+    bool opens_ = true;
+};
+
 int run_snapshot(const Start& start) {
-    QtUser user;
+    PictureUser user;
     Application application(user, {settings_folder_of_program(), {}});
     user.set_window(&application.window());
     application.window().resize(picture_size);
@@ -166,6 +192,7 @@ int run_snapshot(const Start& start) {
     if (!start.model.empty() && !application.desk().open(start.model)) {
         message = start.model + " is not open";
     } else {
+        user.has_opened();
         message = take_snapshot(application.window(), start.snapshot, start.out);
     }
     if (!message.empty()) {
