@@ -1,7 +1,11 @@
 #include "ui/snapshot.h"
 
+#include "base/version.h"
+#include "report/errorreport.h"
 #include "ui/commandtables.h"
 #include "ui/desk.h"
+#include "ui/dialogs/errptnr.h"
+#include "ui/dialogs/orientation.h"
 #include "ui/editor.h"
 #include "ui/mainwindow.h"
 #include "ui/text.h"
@@ -41,11 +45,17 @@ public:
     }
 
     // A command of the menus, or what else has a name: "tool_zone", "view_colours_viridis",
-    // "layer=6". False for what there is not.
+    // "layer=6"; also the dialogs that no command opens by itself, "error_report" and
+    // "import_orientation". False for what there is not.
     bool run(const QString& name, bool takes_picture) {
         takes_picture_ = takes_picture;
         if (find_command(from_qt(name))) {
             window_.run_command(from_qt(name));
+        } else if (name == "error_report") {
+            show_failure();
+        } else if (name == "import_orientation") {
+            CommandContext context{window_.desk(), window_};
+            choose_orientation(context);
         } else if (name.startsWith("layer=")) {
             window_.tools().layer_spin().setValue(name.section('=', 1).toInt());
         } else if (QAction* action = find_action(name)) {
@@ -69,6 +79,16 @@ public:
     const std::string& refusal() const { return refusal_; }
 
 private:
+    // A failure as it is met when a disk is full, kept nowhere.
+    void show_failure() {
+        report::FailureLog log({base::desk_title, "td", report::version_numbers(base::version)},
+                               [] { return std::chrono::system_clock::now(); });
+        log.calls().CallStack("[Grid] Worksheet::leave(answer)");
+        const base::Failure full{"cannot be written: No space left on device", "doublet.tem",
+                                 "[Grid] Worksheet::leave(answer)"};
+        show_error_report(&window_, full, log, 1, window_.desk().user());
+    }
+
     QAction* find_action(const QString& name) const {
         for (QMenu* menu : window_.findChildren<QMenu*>()) {
             QMetaObject::invokeMethod(menu, "aboutToShow"); // some are filled only then
