@@ -1,5 +1,6 @@
 #include "ui/contourpaths.h"
 
+#include "ui/colours.h"
 #include "ui/worksheetpicture.h"
 
 #include <QPainter>
@@ -50,7 +51,7 @@ void fill_convex(QImage& picture, std::span<const QPointF> corners, QRgb colour)
 }
 
 QRgb ContourPaths::colour() const {
-    return key_colour(pen_).rgb();
+    return to_qt_colour(pen_).rgb();
 }
 
 void ContourPaths::Plot_Line(plot::Point from, plot::Point to) {

@@ -1,6 +1,7 @@
 #include "ui/worksheetpicture.h"
 
 #include "core/project.h"
+#include "ui/colours.h"
 
 #include <algorithm>
 #include <array>
@@ -211,14 +212,8 @@ QRgb scale_colour(CellColours scale, double position) {
     return qRgb(blend(16), blend(8), blend(0));
 }
 
-QColor key_colour(std::int32_t colour) {
-    const auto bits = static_cast<std::uint32_t>(colour);
-    return {static_cast<int>(bits & 0xFF), static_cast<int>(bits >> 8 & 0xFF),
-            static_cast<int>(bits >> 16 & 0xFF)};
-}
-
 QColor key_colour(const core::Project& project, const char* key) {
-    return key_colour(project.integer("COLOR", key));
+    return to_qt_colour(project.integer("COLOR", key));
 }
 
 bool key_shown(const core::Project& project, const char* key) {

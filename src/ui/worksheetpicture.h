@@ -28,8 +28,7 @@ enum class CellColours { classes, viridis, cividis, diverging, grey };
 // Colour of a value on a scale, 0 the least and 1 the largest one. classes has no scale.
 QRgb scale_colour(CellColours scale, double position);
 
-// A colour key of the project: red in the lowest byte.
-QColor key_colour(std::int32_t colour);
+// A colour key of the project.
 QColor key_colour(const core::Project& project, const char* key);
 bool key_shown(const core::Project& project, const char* key);
 
