@@ -139,20 +139,19 @@ struct Prefix {
     bool too_large = false;
 };
 
+// The numeric prefix of a text that begins with an unsigned number.
 Prefix unsigned_prefix(std::string_view text) {
     if (text.empty() || !(is_digit(text[0]) || text[0] == '.'))
         return {};
-    Prefix prefix;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, prefix.value);
+    double value = 0;
+    const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     if (error == std::errc::invalid_argument)
         return {};
-    prefix.length = static_cast<std::size_t>(stop - text.data());
-    if (error == std::errc::result_out_of_range || std::isinf(prefix.value)) {
-        prefix.too_large = is_large(text.substr(0, prefix.length));
-        prefix.value = prefix.too_large ? std::numeric_limits<double>::max() : 0;
-    }
-    return prefix;
+    const auto length = static_cast<std::size_t>(stop - text.data());
+    if (error == std::errc() && !std::isinf(value)) [[likely]]
+        return {value, length, false};
+    const bool too_large = is_large(text.substr(0, length));
+    return {too_large ? std::numeric_limits<double>::max() : 0, length, too_large};
 }
 
 // Length of an exponent with the letter D at the beginning of `text`; 0 when there is none.
@@ -166,20 +165,26 @@ std::size_t d_exponent_length(std::string_view text) {
     return end > first ? end : 0;
 }
 
+// `prefix` is that of `digits`, which may go on with an exponent of the letter D.
+Prefix with_d_exponent(std::string_view digits, const Prefix& prefix) {
+    const std::string_view mantissa = digits.substr(0, prefix.length);
+    const std::size_t exponent = d_exponent_length(digits.substr(prefix.length));
+    if (exponent == 0 || mantissa.find_first_of("eE") != std::string_view::npos)
+        return prefix;
+    std::string with_e(digits.substr(0, prefix.length + exponent));
+    with_e[prefix.length] = 'E';
+    return unsigned_prefix(with_e);
+}
+
 // The numeric prefix of a text that begins with the number.
 Prefix numeric_prefix(std::string_view text) {
     const std::size_t sign = !text.empty() && is_sign(text[0]) ? 1 : 0;
     const std::string_view digits = text.substr(sign);
     Prefix prefix = unsigned_prefix(digits);
     if (prefix.length == 0)
-        return {};
-    const std::string_view mantissa = digits.substr(0, prefix.length);
-    const std::size_t exponent = d_exponent_length(digits.substr(prefix.length));
-    if (exponent > 0 && mantissa.find_first_of("eE") == std::string_view::npos) {
-        std::string with_e(digits.substr(0, prefix.length + exponent));
-        with_e[prefix.length] = 'E';
-        prefix = unsigned_prefix(with_e);
-    }
+        return prefix;
+    if (prefix.length < digits.size()) [[unlikely]]
+        prefix = with_d_exponent(digits, prefix);
     prefix.length += sign;
     if (text[0] == '-')
         prefix.value = -prefix.value;
