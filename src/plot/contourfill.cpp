@@ -182,7 +182,9 @@ private:
 void fill_bands(const ContourLayer& layer, std::span<const std::uint8_t> holes,
                 std::span<const float> levels, const BandPiece& piece,
                 const std::function<bool(int row)>& go_on) {
-    if (layer.columns < 2 || layer.rows < 2 || levels.empty()) {
+    const auto differs = [&](float value) { return value != layer.values.front(); };
+    if (layer.columns < 2 || layer.rows < 2 || levels.empty() ||
+        std::ranges::none_of(layer.values, differs)) {
         return;
     }
     BandFill fill(layer, holes, levels, piece);

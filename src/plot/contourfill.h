@@ -11,7 +11,8 @@ namespace plot {
 using BandPiece = std::function<void(std::size_t level, std::span<const Point> corners)>;
 
 // The bands of a layer, row by row; `levels` ascend. Bands meet in the lines of Isoline2. Nothing
-// below the first level and in quads that a hole is a corner of. `go_on` is asked before each row.
+// below the first level, in quads that a hole is a corner of, and in a layer of one value. `go_on`
+// is asked before each row.
 void fill_bands(const ContourLayer& layer, std::span<const std::uint8_t> holes,
                 std::span<const float> levels, const BandPiece& piece,
                 const std::function<bool(int row)>& go_on);

@@ -26,15 +26,29 @@ void draw_mesh(PlotDevice& device, const PlotFrame& frame, const PlotData& data)
     }
 }
 
+// Cell n of the layer.
+void draw_cell(PlotDevice& device, const PlotFrame& frame, const grid::CellCoordinates& cells,
+               std::size_t n) {
+    const auto& [x, y, x_centres, y_centres] = cells;
+    const std::size_t i = n % x_centres.size(), j = n / x_centres.size();
+    device.Plot_Solid({frame.from_grid({x[i], y[j]}), frame.from_grid({x[i + 1], y[j]}),
+                       frame.from_grid({x[i], y[j + 1]}), frame.from_grid({x[i + 1], y[j + 1]})});
+}
+
 void draw_inactive(PlotDevice& device, const PlotFrame& frame, const PlotData& data) {
-    const auto& [x, y, x_centres, y_centres] = data.cells;
     device.Plot_Pen(data.project.integer("COLOR", "INACTIVE_CELL"));
     for (std::size_t n = 0; n < data.boundary.size(); ++n) {
-        const std::size_t i = n % x_centres.size(), j = n / x_centres.size();
         if (data.boundary[n] == 0) {
-            device.Plot_Solid({frame.from_grid({x[i], y[j]}), frame.from_grid({x[i + 1], y[j]}),
-                               frame.from_grid({x[i], y[j + 1]}),
-                               frame.from_grid({x[i + 1], y[j + 1]})});
+            draw_cell(device, frame, data.cells, n);
+        }
+    }
+}
+
+void draw_coloured_cells(PlotDevice& device, const PlotFrame& frame, const PlotData& data) {
+    for (std::size_t n = 0; n < data.cell_colours.size(); ++n) {
+        if (data.cell_colours[n] != PlotData::ground) {
+            device.Plot_Pen(data.cell_colours[n]);
+            draw_cell(device, frame, data.cells, n);
         }
     }
 }
@@ -52,9 +66,14 @@ void draw_zones(PlotDevice& device, const PlotFrame& frame, const PlotData& data
     }
 }
 
-// Circles with the name at their right; both as large as the sheet allows for many of them.
+// As large as the sheet allows for many marks.
+double text_height_of(const PlotFrame& frame) {
+    return (frame.sheet().width + frame.sheet().height) / 100;
+}
+
+// Circles with the name at their right.
 void draw_bores(PlotDevice& device, const PlotFrame& frame, const PlotData& data) {
-    const double text_height = (frame.sheet().width + frame.sheet().height) / 100;
+    const double text_height = text_height_of(frame);
     const double radius = text_height / 2;
     device.Plot_Pen(data.project.integer("COLOR", "Bores"));
     for (const grid::Bore& bore : data.bores.bores) {
@@ -64,6 +83,13 @@ void draw_bores(PlotDevice& device, const PlotFrame& frame, const PlotData& data
             Plot_Text(device, data.font, bore.Name, {centre.x + 2 * radius, centre.y + radius},
                       text_height, 0);
         }
+    }
+}
+
+void draw_digitized(PlotDevice& device, const PlotFrame& frame, const PlotData& data) {
+    device.Plot_Pen(data.project.integer("COLOR", "DIGI_POINTS"));
+    for (const Point& point : data.digitized) {
+        device.Plot_Circle(frame.from_grid(point), text_height_of(frame) / 2);
     }
 }
 
@@ -115,20 +141,28 @@ HoleRule PlotData::hole_rule(bool ignore_inactive) const {
 
 bool draw_worksheet(PlotDevice& device, const PlotFrame& frame, const PlotData& data,
                     const PlotShow& show, base::Interaction& user) {
+    // What comes later lies over what came before, as on the screen.
+    if (show.inactive) {
+        draw_inactive(device, frame, data);
+    }
+    draw_coloured_cells(device, frame, data);
     if (show.fill && !fill_contours(device, frame, data, user)) {
         return false;
     }
-    using Draw = void (*)(PlotDevice&, const PlotFrame&, const PlotData&);
-    const std::pair<bool, Draw> parts[] = {{show.inactive, draw_inactive},
-                                           {show.mesh, draw_mesh},
-                                           {show.zones, draw_zones},
-                                           {show.bores, draw_bores}};
-    for (const auto& [shown, draw] : parts) {
-        if (shown) {
-            draw(device, frame, data);
-        }
+    if (show.mesh) {
+        draw_mesh(device, frame, data);
     }
-    return !show.contours || draw_contour_lines(device, frame, data, user);
+    if (show.zones) {
+        draw_zones(device, frame, data);
+    }
+    if (show.contours && !draw_contour_lines(device, frame, data, user)) {
+        return false;
+    }
+    if (show.bores) {
+        draw_bores(device, frame, data);
+    }
+    draw_digitized(device, frame, data);
+    return true;
 }
 
 namespace {

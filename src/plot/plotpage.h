@@ -61,6 +61,12 @@ struct PlotData {
     grid::MonitoringList bores;
     ContourLevels levels;
     StrokeFont font;
+    // Colours of the cells as they are shown, `ground` for those that have none, NX * NY; empty:
+    // none has a colour.
+    std::vector<std::int32_t> cell_colours = {};
+    std::vector<Point> digitized = {}; // points in the grid's own frame
+
+    static constexpr std::int32_t ground = -1;
 
     ContourLayer layer() const;
     // Inactive cells are holes where `ignore_inactive` is set.

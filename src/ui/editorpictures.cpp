@@ -55,20 +55,6 @@ plot::StrokeFont label_font() {
     return plot::StrokeFont::load(folders);
 }
 
-// Bands of one black say nothing: a project whose colours nobody has chosen yet shows a scale.
-void give_colours(plot::ContourLevels& levels) {
-    if (levels.size() < 2 ||
-        std::ranges::any_of(levels, [](const auto& level) { return level.fill; })) {
-        return;
-    }
-    constexpr double darkest = 0.3; // lines and labels are black
-    for (std::size_t n = 0; n < levels.size(); ++n) {
-        const double part = static_cast<double>(n) / static_cast<double>(levels.size() - 1);
-        const double place = darkest + (1 - darkest) * part;
-        levels[n].fill = from_qt_colour(QColor(scale_colour(CellColours::viridis, place)));
-    }
-}
-
 // The way back from the sheet of plots to the grid's own frame.
 QTransform sheet_to_local(const plot::PlotFrame& frame) {
     constexpr double far = 1e4;
@@ -81,6 +67,19 @@ QTransform sheet_to_local(const plot::PlotFrame& frame) {
 }
 
 } // namespace
+
+void give_colours(plot::ContourLevels& levels) {
+    if (levels.size() < 2 ||
+        std::ranges::any_of(levels, [](const auto& level) { return level.fill; })) {
+        return;
+    }
+    constexpr double darkest = 0.3; // lines and labels are black
+    for (std::size_t n = 0; n < levels.size(); ++n) {
+        const double part = static_cast<double>(n) / static_cast<double>(levels.size() - 1);
+        const double place = darkest + (1 - darkest) * part;
+        levels[n].fill = from_qt_colour(QColor(scale_colour(CellColours::viridis, place)));
+    }
+}
 
 PicturePointer placed_picture(const app::Workspace& model) {
     const core::Project& project = model.project;

@@ -4,6 +4,7 @@
 
 #include "grid/mesheditor.h"
 #include "grid/worksheet.h"
+#include "plot/contourlevels.h"
 #include "plot/strokefont.h"
 #include "ui/worksheetpicture.h"
 
@@ -24,6 +25,9 @@ using PicturePointer = std::shared_ptr<const WorksheetPicture>;
 // Mesh, inactive cells of layer 1 and Monitoring Points; nullptr without a mesh. Files that cannot
 // be read are left out: the command that needs them tells why.
 PicturePointer placed_picture(const app::Workspace& model);
+
+// Bands of one black say nothing: levels whose fill colours nobody has chosen yet get a scale.
+void give_colours(plot::ContourLevels& levels);
 
 // The mesh being edited, at the place that `placed` gives it.
 PicturePointer mesh_editor_picture(const grid::MeshEditor& mesh, const core::Project& placed);

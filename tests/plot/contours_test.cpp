@@ -287,6 +287,13 @@ TEST(Bands, leave_out_what_is_below_the_first_level_and_beside_a_hole) {
     EXPECT_EQ(area(pieces[0]), 0.5);
 }
 
+TEST(Bands, are_none_in_a_layer_of_one_value) {
+    const Layer layer(2, {5, 5, 5, 5});
+    plot::fill_bands(
+        layer.view(), layer.holes, std::vector<float>{2.5F},
+        [](std::size_t, std::span<const Point>) { ADD_FAILURE(); }, [](int) { return true; });
+}
+
 TEST(Labels, stand_a_spacing_apart_and_cut_their_chord_out_of_the_line) {
     const std::vector<Point> line{{0, 0}, {4, 0}, {8, 0}, {9, 0}, {10, 0}, {20, 0}, {21, 0}};
     const auto places = plot::place_labels(line, 5, 3.5);

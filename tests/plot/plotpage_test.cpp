@@ -61,6 +61,22 @@ TEST(Worksheet, bands_follow_their_levels_whatever_the_order_of_the_table) {
               "FT 1;IP 0,0,30,20;\r\nSP2;PU10,15;RA15,5;PU15,15;RA20,5;SP5;PU20,15;RA25,5;PU;SP0;");
 }
 
+TEST(Worksheet, what_is_drawn_later_lies_over_what_was_drawn_before) {
+    const core::Project project;
+    support::ScriptedUser user;
+    plot::PlotData data = make_data(project);
+    data.levels = {{.level = 3, .fill = 0xFF}};
+    data.boundary = {0, 1, 1, 1, 1, 1};
+    data.cell_colours.assign(6, plot::PlotData::ground);
+    data.cell_colours[5] = 0xFFFFFF;
+    data.bores.bores[0].Active = true;
+    data.digitized = {{5, 5}};
+    EXPECT_EQ(
+        drawn(data, {.inactive = true, .contours = true, .fill = true, .bores = true}, user, true),
+        "FT 1;IP 0,0,30,20;\r\nSP8;PU0,20;RA10,10;PU20,10;RA30,0;SP5;PU20,15;RA25,5;"
+        "SP1;PU20,15;PD20,5;PU0,20;CI0, 15;PU5,15;CI0, 15;PU;SP0;");
+}
+
 TEST(Worksheet, the_sheet_is_drawn_in_10000_plotter_units) {
     const plot::Sheet sheet{0, 300, 500, 500, 1};
     EXPECT_EQ(plot::default_Plot_Unit(plot::Plot_Format::HPGL, sheet), 0.05);

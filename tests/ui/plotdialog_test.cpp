@@ -60,6 +60,43 @@ TEST_F(PlotDialog, every_format_is_written_whole) {
     }
 }
 
+TEST_F(PlotDialog, cells_have_the_colours_that_the_worksheet_shows) {
+    open_worksheet(5);
+    const float fixed_head = -1, inactive = 0;
+    worksheet->set_cell(2, 1, {&fixed_head, 1});
+    worksheet->set_cell(3, 2, {&inactive, 1});
+    const core::Project& project = model->project;
+    auto picture =
+        std::make_shared<ui::WorksheetPicture>(ui::mesh_picture(project, worksheet->grid()));
+    ui::colour_cells(*picture, project, {5, 1, worksheet->array(1), {}});
+    view.set_picture(picture);
+    save_plot([&](QDialog& dialog, QComboBox& formats) {
+        formats.setCurrentText("HPGL");
+        press(dialog, "cmdOK");
+    });
+    EXPECT_EQ(bytes("m.pgl").substr(16, 79),
+              "FT 1;IP 0,0,10000,6667;\r\n"
+              "SP2;PU3333,6667;RA6667,3333;SP8;PU6667,3333;RA10000,0;");
+}
+
+TEST_F(PlotDialog, bands_without_colours_have_those_of_a_scale) {
+    open_worksheet(10);
+    const float head = 5;
+    worksheet->set_cell(2, 1, {&head, 1});
+    EXPECT_TRUE(desk.change("test()", "test", [](app::Workspace& changed) {
+        for (const char* key : {"CONTOURS", "Fill CONTOURS"}) {
+            changed.project.set_integer("GRID_APPEARANCE", key, -1);
+        }
+        return true;
+    }));
+    save_plot([&](QDialog& dialog, QComboBox& formats) {
+        formats.setCurrentText("HPGL");
+        press(dialog, "cmdOK");
+    });
+    EXPECT_NE(bytes("m.pgl").find("SP2;"), std::string::npos) << "the bluish low end";
+    EXPECT_NE(bytes("m.pgl").find("SP7;"), std::string::npos) << "the yellow high end";
+}
+
 TEST_F(PlotDialog, a_file_is_overwritten_behind_a_question_and_a_failure_is_shown) {
     make_model(3, 2);
     const auto file = folder.path() / "m.dxf", taken = folder.path() / "folder.dxf";

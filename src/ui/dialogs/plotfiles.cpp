@@ -4,8 +4,10 @@
 #include "base/paths.h"
 #include "base/textfile.h"
 #include "grid/worksheet.h"
+#include "plot/colourtable.h"
 #include "ui/desk.h"
 #include "ui/dialogs/shownlayer.h"
+#include "ui/editorpictures.h"
 #include "ui/worksheetview.h"
 
 #include <QBuffer>
@@ -90,10 +92,32 @@ plot::PlotShow shown_elements(const core::Project& project, bool with_layer) {
             .bores = on("BORES")};
 }
 
+// Cells and digitized points as the view shows them. A view of another grid, that of the mesh
+// editor, leaves the inactive cells to the project.
+void add_cells(plot::PlotData& data, plot::PlotShow& show, const WorksheetPicture* picture) {
+    const std::size_t cells = data.cells.x_centres.size() * data.cells.y_centres.size();
+    if (!picture || picture->cell_classes.size() != cells) {
+        return;
+    }
+    show.inactive = false;
+    data.cell_colours.assign(cells, plot::PlotData::ground);
+    for (std::size_t n = 0; n < cells; ++n) {
+        const std::uint8_t number = picture->cell_classes[n];
+        const QRgb colour = number == 0 ? 0 : picture->colour_table.at(number - 1U);
+        if (colour != 0) {
+            data.cell_colours[n] = plot::colour_of({qRed(colour), qGreen(colour), qBlue(colour)});
+        }
+    }
+    for (const WorksheetPicture::Mark& mark : picture->digitized) {
+        data.digitized.push_back({mark.local.x, mark.local.y});
+    }
+}
+
 // Contour levels as they are drawn; without a file of levels, those of the values.
 void add_levels(plot::PlotData& data, const plot::PlotShow& show, const core::ModelFiles& files) {
     if (show.contours || show.fill) {
         data.levels = plot::load_levels(data, files).levels;
+        give_colours(data.levels);
     }
 }
 
@@ -108,6 +132,7 @@ std::string plot_bytes(Desk& desk, const app::Workspace& model, grid::Worksheet*
     plot::PlotData data = shown_layer(model, worksheet);
     plot::PlotShow show = shown_elements(model.project, worksheet != nullptr);
     show.zones = show.zones || (worksheet && worksheet->Editor_State == grid::EditorState::zone);
+    add_cells(data, show, view.picture());
     add_levels(data, show, model.files);
     data.bores = grid::Read_Monitoring_Points(model.files);
     data.font = font_of(desk);
