@@ -45,8 +45,8 @@ int layer_of(const Context& context, const core::ArrayStore& store, int number) 
 }
 
 float default_of(const Context& context, int number) {
-    const auto given = context.args.number("--default");
-    return given ? static_cast<float>(*given) : core::parameter_default(number);
+    return context.args.has("--default") ? base::leading_single(context.args.value("--default"))
+                                         : core::parameter_default(number);
 }
 
 // Runs `work` on the store of a model whose mesh is known. Commits, but leaves the project file

@@ -7,6 +7,7 @@
 #include "app/saveas.h"
 #include "app/settings.h"
 #include "app/workspace.h"
+#include "base/numbertext.h"
 #include "base/paths.h"
 #include "base/textfile.h"
 #include "core/notes.h"
@@ -84,11 +85,16 @@ int flags_show(Context& context) {
     });
 }
 
+// What is no number counts as its numeric prefix or 0, as in the project file.
+int cell_value(const std::string& text) {
+    return integer_of(fmt::to_string(base::leading_int32(text)), "VALUE", -32768, 32767);
+}
+
 int flags_set(Context& context) {
     return on_model(context, Access::write, [&](app::Workspace& workspace) {
         workspace.project.flags.set(context.args.argument_integer("A", 0, last_cell),
                                     context.args.argument_integer("B", 0, last_cell),
-                                    context.args.argument_integer("VALUE", -32768, 32767));
+                                    cell_value(context.args.argument("VALUE")));
         return int{done};
     });
 }

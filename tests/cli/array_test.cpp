@@ -36,7 +36,8 @@ TEST_F(ArrayCommands, a_new_file_has_period_1_filled_with_the_default) {
         {"array info @m.td1 1402", done("layers\t2\nbytes\t4048\nperiod\t1\t1\n")},
         {"array info @m.td1 23", done("layers\t1\nbytes\t4024\nperiod\t1\t1\n")},
         {"array list @m.td1", done("23\t.rch\n1402\t.tem\n")},
-        {"array create @m.td1 8 --default x", wrong_usage("--default: \"x\" is not a number")},
+        {"array create @m.td1 8 --default 2.5x", done("created\n")},
+        {"array get @m.td1 8 1 1", done("2.5\t1\n")},
     });
 }
 

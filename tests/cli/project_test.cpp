@@ -182,10 +182,12 @@ TEST_F(ProjectCommands, flags_are_set_cell_by_cell_and_do_not_mark_the_model) {
         {"flags show @m.td1 0 1", done("0\t1\t0\n")},
         {"flags show @m.td1 3", wrong_usage("td flags show: a cell has two indices")},
         {"flags set @m.td1 15 0 1", wrong_usage("A: \"15\" is not a whole number from 0 to 14")},
-        {"flags set @m.td1 0 0 1x",
-         wrong_usage("VALUE: \"1x\" is not a whole number from -32768 to 32767")},
+        {"flags set @m.td1 14 13 7x", done()},
+        {"flags show @m.td1 14 13", done("14\t13\t7\n")},
+        {"flags set @m.td1 0 0 32768",
+         wrong_usage("VALUE: \"32768\" is not a whole number from -32768 to 32767")},
     });
-    EXPECT_TRUE(run("flags show @m.td1").out.ends_with("8\t6\t48\n14\t13\t-3\n"));
+    EXPECT_TRUE(run("flags show @m.td1").out.ends_with("8\t6\t48\n14\t13\t7\n"));
 }
 
 TEST_F(ProjectCommands, notes_leave_the_project_file_alone) {
