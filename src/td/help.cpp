@@ -129,6 +129,11 @@ std::optional<std::string> help_for(const std::vector<std::string>& words) {
     if (words.size() == 1 && words[0] == "--version") {
         return fmt::format("td {}\n", version);
     }
+    if (!words.empty() && (words[0] == "help" || words[0] == "-h")) {
+        std::vector<std::string> asked(words.begin() + 1, words.end());
+        asked.emplace_back(help_flag);
+        return help_for(asked);
+    }
     const auto asked = std::ranges::find(words, help_flag);
     if (asked == words.end()) {
         return std::nullopt;

@@ -73,7 +73,9 @@ constexpr std::string_view man_end =
     "\\-\\-row\\-size 20 \\-\\-finish\n"
     "td check field.td1 \\-\\-all\n"
     "td create\\-input field.td1 \\-\\-install .\n"
-    ".fi\n";
+    ".fi\n"
+    ".SH SEE ALSO\n"
+    ".BR tervexdesk (1)\n";
 
 // What may stand behind the first words of a command line.
 std::map<std::string, std::set<std::string>> words_behind() {
@@ -145,7 +147,7 @@ std::string bash_completion() {
                        "        COMPREPLY+=($(compgen -d -- \"$current\"))\n"
                        "    fi\n"
                        "}}\n"
-                       "complete -o filenames -F _td td\n",
+                       "complete -o filenames -o default -F _td td\n",
                        cases);
 }
 

@@ -81,11 +81,21 @@ TEST_F(Program, help_of_every_command_lists_all_its_arguments_and_options) {
     EXPECT_GT(commands, 60);
 }
 
+TEST_F(Program, the_manual_names_every_command) {
+    const std::string page = base::read_bytes(TD_SOURCE_DIR "/docs/manual/td.md");
+    td::for_each_command([&](const td::Command& command) {
+        EXPECT_NE(page.find("`" + std::string(command.name) + "`"), std::string::npos)
+            << command.name;
+    });
+}
+
 TEST_F(Program, help_and_version_go_to_standard_output) {
     EXPECT_EQ(run("--version"), done(std::string("td ") + td::version + "\n"));
     EXPECT_TRUE(run("--help").out.starts_with("td does from a shell what Tervex Desk does"));
     EXPECT_TRUE(run("layers --help").out.starts_with("Grid and layers:\n  layers set"));
     EXPECT_EQ(run("layers set @m.td1 --type 1=1 --help"), run("layers set --help"));
+    EXPECT_EQ(run("-h"), run("--help"));
+    EXPECT_EQ(run("help layers set"), run("layers set --help"));
 }
 
 TEST_F(Program, a_command_that_does_not_exist_is_wrong_usage) {
