@@ -18,6 +18,7 @@
 #include <QTemporaryFile>
 #include <QTimer>
 
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 
@@ -201,6 +202,16 @@ int run_snapshot(const Start& start) {
     return message.empty() ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
+// Where the toolkit finds none it ends the program by a signal.
+bool has_display(const std::vector<std::string>& arguments) {
+    const auto is_set = [](const char* name) { return !qgetenv(name).isEmpty(); };
+    const auto names_one = [](const std::string& word) {
+        return word.ends_with("-platform") || word.ends_with("-display");
+    };
+    return is_set("DISPLAY") || is_set("WAYLAND_DISPLAY") || is_set("QT_QPA_PLATFORM") ||
+           std::ranges::any_of(arguments, names_one);
+}
+
 } // namespace
 
 std::string help_text() {
@@ -284,7 +295,8 @@ void Application::open(const Start& start) {
 }
 
 int run_program(int argc, char** argv) {
-    Start start = read_command_line({argv + 1, argv + argc});
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    Start start = read_command_line(arguments);
     switch (start.kind) {
     case Start::Kind::help:
         std::cout << help_text();
@@ -302,6 +314,9 @@ int run_program(int argc, char** argv) {
     std::optional<PictureScreen> screen;
     if (draws) {
         screen.emplace();
+    } else if (!has_display(arguments)) {
+        std::cerr << "tervexdesk: there is no display; td does without one\n";
+        return EXIT_FAILURE;
     }
     SafeApplication application(argc, argv);
     start = read_command_line({argv + 1, argv + argc}); // without the options of the toolkit

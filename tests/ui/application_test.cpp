@@ -41,6 +41,26 @@ TEST(CommandLine, options_of_pictures_belong_together) {
     EXPECT_EQ(ui::read_command_line({"--version"}).kind, Start::Kind::version);
 }
 
+TEST(CommandLine, without_a_display_the_program_says_so_and_ends) {
+    constexpr const char* names[] = {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
+    std::map<const char*, QByteArray> before;
+    for (const char* name : names) {
+        before[name] = qgetenv(name);
+        qunsetenv(name);
+    }
+    char program[] = "tervexdesk";
+    char* arguments[] = {program, nullptr};
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(ui::run_program(1, arguments), EXIT_FAILURE);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "tervexdesk: there is no display; td does without one\n");
+    for (const char* name : names) {
+        if (!before[name].isEmpty()) {
+            qputenv(name, before[name]);
+        }
+    }
+}
+
 TEST_F(DeskFixture, the_program_opens_the_model_that_it_was_started_with) {
     make_model(3, 2);
     ui::Application application(user, {folder.path(), {}});
