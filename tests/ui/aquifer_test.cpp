@@ -359,4 +359,74 @@ TEST_F(WholeModel, a_small_one_of_flow_and_heat_is_written_with_what_was_typed) 
     }
 }
 
+// The steps of "A first model" on the manual's page of the window.
+TEST_F(WholeModel, the_first_one_of_the_manual_is_complete) {
+    user.expect_file("New Model", folder.path() / "field.td1");
+    action("file_new_model").trigger();
+    make_mesh({{"txtLayers", "3"},
+               {"txtColumns", "50"},
+               {"txtColumnSize", "20"},
+               {"txtRows", "30"},
+               {"txtRowSize", "20"}});
+    in_dialog("grid_layer_type", "Layer_Type", [](QDialog& dialog) {
+        paste(dialog, "Table", 3, "5\n15\n10\n");
+        press(dialog, "cmdOK");
+    });
+    choose("mnuChemistryMineral");
+    next_layer();
+    next_layer();
+    reset_layer("2");
+    leave_with(Answer::yes, "Property Zones");
+    answer("mnuTypeSettings", "SimulationType", {}, {"FluidFlowCheck"});
+    answer("mnuTypeCoupling", "Coupling", {});
+    answer("mnuTypeInfo", "TypeInfo", {});
+    in_dialog("parameters_time", "Temporal_Discretization", [&](QDialog& dialog) {
+        press(dialog, "SimulationFlowType_1");
+        choose_item(dialog, "SimulationTimeUnit", "day");
+        paste(dialog, "Table", 2, "10\t40\n");
+        press(dialog, "cmdOK");
+    });
+    answer("mnuBiCGStab", "BiCGStab", {});
+    make_permeability("2", "1.0E-10", "0.25\t2E-11\n0.15\t1E-14\n");
+    const auto draw_column = [&](int column, const char* value) {
+        set_cell(column, 1, value);
+        for (int row = 2; row <= 30; ++row) {
+            key(Qt::Key_Down);
+        }
+    };
+    const auto copy_to_layers_below = [&] {
+        tool("layer_copy");
+        next_layer();
+        next_layer();
+    };
+    choose("grid_ibound");
+    tool("cell_copy");
+    draw_column(1, "-1");
+    draw_column(50, "-1");
+    copy_to_layers_below();
+    leave_with(Answer::yes, "Flow Boundary Condition");
+    choose("Parameters_Starting_heads");
+    reset_layer("30");
+    tool("cell_copy");
+    draw_column(50, "28");
+    copy_to_layers_below();
+    leave_with(Answer::yes, "Initial Hydraulic Heads");
+    choose("packages_wel1");
+    next_layer();
+    type_values([&] { click(cell(25, 15)); }, {"-0.02"}, "cmdOK", "Specify_Two_values");
+    leave_with(Answer::yes, "Wells");
+    in_dialog("estimation_observations", "ObservationList", [](QDialog& dialog) {
+        paste(dialog, "Bores", 1, "WELL\t1\t490\t310\t2\n");
+        press(dialog, "cmdOK");
+    });
+    create_input();
+    const std::string written = folder.read("field.nml");
+    for (const char* block : {"# DELZ\r\n10. 15. 5. \r\n", "# GEOLOGY\r\n1500*2 3000*1 \r\n",
+                              "# WELLAR\r\n-0.02 9999*0. \r\n"}) {
+        EXPECT_NE(written.find(block), std::string::npos) << block;
+    }
+    const std::string heads = written.substr(written.find("# PHI"), 60);
+    EXPECT_TRUE(heads.starts_with("# PHI\r\n49*30. 28. 49*30. 28. ")) << heads;
+}
+
 } // namespace
