@@ -126,6 +126,34 @@ TEST_F(EditorDialogFixture, a_zone_keeps_its_value_and_gives_it_to_the_cells_on_
     EXPECT_EQ(worksheet->cell(1, 1, 1), 10);
 }
 
+TEST_F(EditorDialogFixture, a_new_zone_proposes_the_default_where_its_0_would_be_refused) {
+    open_worksheet(property_zones);
+    core::Zone zone;
+    zone.nodes = 3;
+    zone.x = {0, 1, 19, 19};
+    zone.y = {0, 1, 1, 9};
+    core::Close_Zone(zone);
+    worksheet->set_zones({zone});
+    in_dialog([&] { ui::edit_zone_values(*editor, 1); }, "Specify_One_Real",
+              [&](QDialog& dialog) {
+                  EXPECT_EQ(text_of(dialog, "Value_1"), "1");
+                  press(dialog, "cmdCancel");
+              });
+    EXPECT_EQ(worksheet->zones()[0].value, 0) << "Cancel keeps what the zone has";
+    in_dialog([&] { ui::edit_zone_values(*editor, 1); }, "Specify_One_Real",
+              [&](QDialog& dialog) { press(dialog, "cmdOK"); });
+    EXPECT_EQ(worksheet->zones()[0].value, 1) << "OK keeps what it shows";
+    EXPECT_TRUE(worksheet->undo());
+    leave(base::Answer::no);
+    open_worksheet(temperature);
+    worksheet->set_zones({zone});
+    in_dialog([&] { ui::edit_zone_values(*editor, 1); }, "Specify_One_Real",
+              [&](QDialog& dialog) {
+                  EXPECT_EQ(text_of(dialog, "Value_1"), "0");
+                  press(dialog, "cmdCancel");
+              });
+}
+
 TEST_F(EditorDialogFixture, a_layer_is_reset_behind_its_caution) {
     open_worksheet(temperature);
     in_dialog([&] { ui::reset_array(*editor); }, "Reset_Array",

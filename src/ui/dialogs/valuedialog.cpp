@@ -13,8 +13,6 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include <algorithm>
-
 namespace ui {
 
 namespace {
@@ -70,10 +68,6 @@ std::vector<float> ValueDialog::values() const {
     return values;
 }
 
-bool ValueDialog::typed() const {
-    return std::ranges::any_of(fields_, &ValueField::typed);
-}
-
 bool ValueDialog::values_are_good() {
     for (std::size_t k = 0; k < fields_.size(); ++k) {
         const auto refusal = request_.value_refusal(static_cast<int>(k) + 1, fields_[k]->value());
@@ -116,10 +110,33 @@ private:
     bool transfers_ = false;
 };
 
+std::vector<float> zone_values(const grid::Worksheet& worksheet, int zone) {
+    const core::Zone& edited = worksheet.zones().at(static_cast<std::size_t>(zone - 1));
+    std::vector<float> values;
+    for (int k = 0; k < worksheet.Array_Count(); ++k) {
+        values.push_back(grid::zone_value(edited, static_cast<std::size_t>(k)));
+    }
+    return values;
+}
+
+// The values of a zone; where one of them, such as the 0 of a new zone, would be refused at OK, the
+// default of the array.
+std::vector<float> proposed_values(const grid::Worksheet& worksheet, int zone) {
+    std::vector<float> values = zone_values(worksheet, zone);
+    const grid::EditRequest& request = worksheet.request();
+    for (int k = 1; k <= worksheet.Array_Count(); ++k) {
+        float& value = values[static_cast<std::size_t>(k - 1)];
+        if (request.value_refusal(k, value)) {
+            value = request.default_value(k);
+        }
+    }
+    return values;
+}
+
 // Where the transfer could stop in the middle, the step is one of the history all the same.
 void keep_zone_values(grid::Worksheet& worksheet, int zone, const ZoneValueDialog& dialog) {
     const grid::Worksheet::Step step(worksheet);
-    if (dialog.typed()) {
+    if (dialog.values() != zone_values(worksheet, zone)) {
         grid::set_zone_values(worksheet, zone, dialog.values());
     }
     if (dialog.transfers()) {
@@ -169,12 +186,7 @@ bool edit_cell_values(EditorContext& editor) {
 
 bool edit_zone_values(EditorContext& editor, int zone) {
     grid::Worksheet& worksheet = editor.worksheet;
-    const core::Zone& edited = worksheet.zones().at(static_cast<std::size_t>(zone - 1));
-    std::vector<float> values;
-    for (int k = 0; k < worksheet.Array_Count(); ++k) {
-        values.push_back(grid::zone_value(edited, static_cast<std::size_t>(k)));
-    }
-    ZoneValueDialog dialog(editor, zone, values);
+    ZoneValueDialog dialog(editor, zone, proposed_values(worksheet, zone));
     if (dialog.exec() != QDialog::Accepted) {
         return false;
     }

@@ -26,7 +26,6 @@ public:
                 QWidget* parent);
 
     std::vector<float> values() const;
-    bool typed() const;
 
 protected:
     // Shows what the item refuses. True: the values can be kept.
