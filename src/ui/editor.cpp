@@ -22,6 +22,7 @@ Editor::Editor(Desk& desk, MainWindow& window) : desk_(desk), window_(window), i
     view.show_legend(true);
     connect(&desk_, &Desk::model_changed, this, &Editor::show_model);
     connect(&window_, &MainWindow::tick, this, &Editor::tick);
+    connect(&window_, &MainWindow::opened, this, [this] { Current_Period_ = 1; });
     connect(&view, &WorksheetView::zoom_rectangle_done, this, &Editor::sync);
     connect(&view, &WorksheetView::display_changed, this, [this] {
         if (session_) {
@@ -92,10 +93,13 @@ void Editor::open_request(const grid::EditRequest& request) {
     if (is_open() || !begin("Edit_data_for(DefaultValue, Caption)", request.Edit_Caption)) {
         return;
     }
+    const std::vector<int> offered = periods();
+    const bool is_offered = std::ranges::find(offered, Current_Period_) != offered.end();
+    const int period = is_offered ? Current_Period_ : 1;
     std::unique_ptr<grid::Worksheet> worksheet;
     desk_.attempt("Edit_data_for(DefaultValue, Caption)", [&] {
-        worksheet =
-            grid::Worksheet::Edit_data_for(request, model_->project, model_->files, desk_.user());
+        worksheet = grid::Worksheet::Edit_data_for(request, model_->project, model_->files,
+                                                   desk_.user(), period);
     });
     if (!worksheet) {
         end();
@@ -150,6 +154,9 @@ bool Editor::leave() {
 
 void Editor::end() {
     const bool was_open = is_open();
+    if (worksheet()) {
+        Current_Period_ = session_->period();
+    }
     WorksheetView& view = window_.view();
     view.set_input(&idle_);
     view.set_overlay({});

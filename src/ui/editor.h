@@ -12,6 +12,7 @@
 #include <memory>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 namespace grid {
 class MeshEditor;
@@ -54,6 +55,8 @@ private:
     void show_session(std::unique_ptr<EditorSession> session);
     void end();
     SessionPlace place();
+    // The periods to choose from; one when the item has no others.
+    std::vector<int> periods() const;
 
     bool run_anywhere(std::string_view command);
     void show_model();
@@ -68,6 +71,7 @@ private:
     std::optional<app::Workspace> model_; // of the session, which refers to it
     std::unique_ptr<EditorSession> session_;
     IdleInput idle_;
+    int Current_Period_ = 1; // that the worksheet showed last since the model was opened
     bool syncing_ = false;
 };
 

@@ -49,6 +49,12 @@ std::vector<int> active_periods(const app::Workspace& model) {
 
 } // namespace
 
+std::vector<int> Editor::periods() const {
+    std::vector<int> active =
+        model_->project.transient() ? active_periods(*model_) : std::vector<int>();
+    return active.size() > 1 ? active : std::vector{1};
+}
+
 void Editor::connect_tools() {
     for (const char* const key : tool_keys) {
         if (QAction* const action = window_.tools().action(key)) {
@@ -168,13 +174,12 @@ void Editor::sync_layers() {
         const int orientation = desk_.model()->project.flags.GridOrientation();
         tools.set_layer_label(grid::orientation_words(orientation).singular);
     }
-    const bool transient = worksheet() && model_->project.transient();
-    const std::vector<int> periods = transient ? active_periods(*model_) : std::vector<int>();
-    tools.show_periods(periods.size() > 1);
+    const std::vector<int> offered = worksheet() ? periods() : std::vector<int>();
+    tools.show_periods(offered.size() > 1);
     QComboBox& box = tools.period_box();
     const QSignalBlocker still(box);
     box.clear();
-    for (const int period : periods) {
+    for (const int period : offered) {
         box.addItem(QString::number(period), period);
     }
     box.setCurrentIndex(session_ ? box.findData(session_->period()) : -1);

@@ -341,9 +341,26 @@ TEST_F(EditorCells, periods_have_a_box_and_a_dialog_before_leaving) {
     EXPECT_EQ(pane(3), "Temperature [°C];  Period 2");
     in_dialog([&] { EXPECT_FALSE(editor().leave()); }, "Transient_data",
               [](QDialog& dialog) { dialog.reject(); });
-    user.expect_question("Temperature", "Save changes to Temperature?", Answer::no);
-    in_dialog([&] { EXPECT_TRUE(editor().leave()); }, "Transient_data",
-              [](QDialog& dialog) { widget<QPushButton>(dialog, "cmdOK").click(); });
+    const auto leave_behind_periods = [&](const char* caption) {
+        user.expect_question(caption, std::string("Save changes to ") + caption + "?", Answer::no);
+        in_dialog([&] { EXPECT_TRUE(editor().leave()); }, "Transient_data",
+                  [](QDialog& dialog) { widget<QPushButton>(dialog, "cmdOK").click(); });
+    };
+    leave_behind_periods("Temperature");
+    open("mnuHeatPermafrostIce");
+    EXPECT_EQ(pane(3), "Ice Content [-];  Period 2") << "the next item begins where the last ended";
+    EXPECT_EQ(box.currentText(), "2");
+    leave_behind_periods("Ice Content");
+    ASSERT_TRUE(window.open_model(folder.path() / "m.td1"));
+    open();
+    EXPECT_EQ(pane(3), "Temperature [°C];  Period 1") << "as long as the model is open";
+    emit box.activated(1);
+    leave_behind_periods("Temperature");
+    change(
+        [](app::Workspace& model) { model.project.set_integer("OPTIONS", "SIMULATION_MODE", 1); });
+    open();
+    EXPECT_EQ(sheet().Current_Period(), 1) << "of a steady model no other one can be reached";
+    leave(Answer::no);
 }
 
 TEST_F(EditorCells, points_are_digitized_and_erased) {
