@@ -405,6 +405,11 @@ TEST_F(TableDialogs, monitoring_lists_are_exchanged_and_cleared) {
         type(table_of(dialog, "Bores"), 1, "X", "5");
         user.expect_file("Save Boreholes As", bores);
         button("Save_Button");
+        type(table_of(dialog, "Bores"), 1, "X", "6");
+        user.expect_file("Save Boreholes As", bores);
+        user.expect_question("Save Boreholes As", "File exist '" + bores.string() + "' overwrite ?",
+                             base::Answer::no);
+        button("Save_Button");
         user.expect_file("Load Bore File", folder.path() / "none.bor");
         user.expect_message("Load Bore File", "The file " + (folder.path() / "none.bor").string() +
                                                   " does not contain the borehole data.");

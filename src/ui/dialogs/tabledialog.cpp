@@ -1,6 +1,7 @@
 #include "ui/dialogs/tabledialog.h"
 
 #include "ui/desk.h"
+#include "ui/dialogs/savefile.h"
 #include "ui/tableview.h"
 #include "ui/text.h"
 
@@ -83,7 +84,7 @@ void TableDialog::save_file(const char* title, const char* filter, const char* e
     }
     const std::string name = desk.model()->files.base_name() + extension;
     const auto file = desk.user().choose_file(base::FileChoice::save, title, filter, name);
-    if (file) {
+    if (file && may_write(desk.user(), title, *file)) {
         desk.attempt("Save_Button_Click()", [&] { write(*file); });
     }
 }
