@@ -146,10 +146,10 @@ void MeshSession::press_key(grid::MeshKey key) {
 }
 
 void MeshSession::edit_size() {
-    bool edited = false;
+    bool changed = false;
     attempt("GridSize()",
-            [&] { edited = edit_mesh_size(place_.desk, mesh_, place_.model, &place_.window); });
-    if (edited) {
+            [&] { changed = edit_mesh_size(place_.desk, mesh_, place_.model, &place_.window); });
+    if (changed) {
         remember(std::nullopt);
     }
     redraw();

@@ -120,6 +120,19 @@ TEST_F(EditorMesh, the_grid_is_turned_and_shifted_by_drags_and_kept_at_Yes) {
     EXPECT_NEAR(position.Grid_Top, 100, 0.5);
 }
 
+TEST_F(EditorMesh, OK_without_another_size_is_no_step_to_go_back) {
+    make_model(4, 3);
+    open_mesh();
+    tool("shift_grid");
+    press(cell(2, 2));
+    release(cell(3, 3));
+    in_dialog([&] { tool("set_value"); }, "GridSize",
+              [](QDialog& dialog) { widget<QPushButton>(dialog, "cmdOK").click(); });
+    tool("undo");
+    leave_mesh(Answer::yes);
+    EXPECT_EQ(grid::GridPosition(desk.model()->project).Grid_Left, 0) << "the shift";
+}
+
 TEST_F(EditorMesh, No_leaves_the_model_as_it_was) {
     make_model(4, 3);
     const auto before = all_files();

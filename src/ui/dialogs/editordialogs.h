@@ -36,7 +36,7 @@ struct EditorContext {
 bool edit_cell_values(EditorContext& editor);
 bool edit_zone_values(EditorContext& editor, int zone);
 
-// Width, height and factors of the current column, row and layer. False after Cancel.
+// Width, height and factors of the current column, row and layer. True: one of them was changed.
 bool edit_mesh_size(Desk& desk, grid::MeshEditor& mesh, const app::Workspace& model,
                     QWidget* window);
 

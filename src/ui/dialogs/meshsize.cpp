@@ -20,6 +20,8 @@ class GridSizeDialog : public PlainDialog {
 public:
     GridSizeDialog(Desk& desk, grid::MeshEditor& mesh, int orientation, QWidget* parent);
 
+    bool changed() const { return changed_; }
+
 protected:
     bool take() override;
 
@@ -34,6 +36,7 @@ private:
     }
 
     grid::MeshEditor& mesh_;
+    bool changed_ = false;
     QGridLayout* fields_;
     ValueField* width_;
     ValueField* height_;
@@ -106,7 +109,11 @@ bool GridSizeDialog::take() {
                       size.factor_x == at(mesh_.division().columns, mesh_.column()) &&
                       size.factor_y == at(mesh_.division().rows, mesh_.row()) &&
                       size.factor_layer == at(mesh_.division().layers, mesh_.layer());
-    return same || !refused(mesh_.set_size(size), width_);
+    if (!same && refused(mesh_.set_size(size), width_)) {
+        return false;
+    }
+    changed_ = !same;
+    return true;
 }
 
 } // namespace
@@ -114,7 +121,7 @@ bool GridSizeDialog::take() {
 bool edit_mesh_size(Desk& desk, grid::MeshEditor& mesh, const app::Workspace& model,
                     QWidget* window) {
     GridSizeDialog dialog(desk, mesh, model.project.flags.GridOrientation(), window);
-    return dialog.exec() == QDialog::Accepted;
+    return dialog.exec() == QDialog::Accepted && dialog.changed();
 }
 
 } // namespace ui
