@@ -189,6 +189,11 @@ bool Editor::run_anywhere(std::string_view command) {
         view.set_display(grid::DisplayMode::world);
     } else if (command == "tool_leave_editor" || command == "File_Leave_Editor") {
         leave();
+    } else if (command == "mesh_dimension") {
+        CommandContext context{desk_, window_};
+        if (mesh() && leave()) {
+            edit_grid_number(context);
+        }
     } else if (command == "tool_set_borehole" || command == "Value_Boreholes") {
         CommandContext context{desk_, window_};
         if (const CommandRow* monitoring = find_command("estimation_observations")) {

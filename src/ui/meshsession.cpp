@@ -1,14 +1,17 @@
 #include "ui/meshsession.h"
 
 #include "app/workspace.h"
+#include "grid/arrayfiles.h"
 #include "ui/desk.h"
 #include "ui/dialogs/editordialogs.h"
+#include "ui/editor.h"
 #include "ui/editorpictures.h"
 #include "ui/mainwindow.h"
 #include "ui/text.h"
 #include "ui/viewmenu.h"
 
 #include <QKeyEvent>
+#include <QMenu>
 
 #include <fmt/format.h>
 
@@ -218,6 +221,15 @@ QString MeshSession::tip(const WorksheetPointer& pointer) {
 
 bool MeshSession::menu(QMenu& menu) {
     fill_view_menu(menu, place_.window, this);
+    menu.addSeparator();
+    QAction* const dimension = menu.addAction("&Model Dimension...");
+    dimension->setObjectName("mesh_dimension");
+    // Arrays would get out of step with the mesh.
+    dimension->setEnabled(grid::existing_arrays(place_.model.files).empty());
+    // It leaves this session, so the menu has to be gone.
+    QObject::connect(
+        dimension, &QAction::triggered, &place_.window,
+        [&window = place_.window] { window.editor().run("mesh_dimension"); }, Qt::QueuedConnection);
     return true;
 }
 

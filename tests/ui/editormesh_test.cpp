@@ -5,10 +5,14 @@
 #include "grid/mesheditor.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QContextMenuEvent>
 #include <QDialog>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QSpinBox>
+#include <QTimer>
 
 namespace {
 
@@ -131,6 +135,40 @@ TEST_F(EditorMesh, OK_without_another_size_is_no_step_to_go_back) {
     tool("undo");
     leave_mesh(Answer::yes);
     EXPECT_EQ(grid::GridPosition(desk.model()->project).Grid_Left, 0) << "the shift";
+}
+
+TEST_F(EditorMesh, the_right_button_leads_back_to_the_dimension_as_long_as_there_are_no_arrays) {
+    bool offered = false;
+    const auto choose = [&] {
+        QTimer::singleShot(0, [&] {
+            auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            ASSERT_TRUE(menu);
+            auto* const item = menu->findChild<QAction*>("mesh_dimension");
+            ASSERT_TRUE(item);
+            offered = item->isEnabled();
+            item->trigger();
+            menu->close();
+        });
+        QContextMenuEvent event(QContextMenuEvent::Mouse, cell(2, 2),
+                                view().viewport()->mapToGlobal(cell(2, 2)));
+        QApplication::sendEvent(view().viewport(), &event);
+        QApplication::processEvents();
+    };
+    make_model(4, 3);
+    open_mesh();
+    user.expect_question("Mesh Size", "Save changes to Mesh Size?", Answer::no);
+    in_dialog(choose, "Grid_Number", [](QDialog& dialog) {
+        support::type_into(widget<QLineEdit>(dialog, "txtLayers"), "5");
+        widget<QPushButton>(dialog, "cmdOK").click();
+    });
+    EXPECT_FALSE(editor().is_open());
+    EXPECT_EQ(desk.model()->project.NZ(), 5);
+    open();
+    leave(Answer::no);
+    open_mesh();
+    choose();
+    EXPECT_FALSE(offered);
+    leave_mesh(Answer::no);
 }
 
 TEST_F(EditorMesh, No_leaves_the_model_as_it_was) {
