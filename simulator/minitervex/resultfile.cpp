@@ -109,7 +109,8 @@ Vector pressures(const Model& model, const Vector& head) {
 
 void require_writable(const std::filesystem::path& nlo) {
     const BesideFile beside(nlo);
-    if (fs::is_directory(nlo))
+    std::error_code none;
+    if (fs::is_directory(nlo, none))
         throw base::FileFailure("cannot be written: it is a folder", nlo);
     input::KeywordStream(beside.path(), nlo).finish();
 }

@@ -59,8 +59,17 @@ bool is_result_file(const fs::path& file) {
     return base::lower(file.extension().string()) == ".nlo";
 }
 
+fs::file_time_type time_of(const fs::path& file) {
+    std::error_code failed;
+    const auto time = fs::last_write_time(file, failed);
+    if (failed) {
+        throw base::FileFailure(fmt::format("cannot be read: {}", failed.message()), file);
+    }
+    return time;
+}
+
 bool is_older(const fs::path& rvb, const fs::path& nlo) {
-    return fs::last_write_time(nlo) > fs::last_write_time(rvb);
+    return time_of(nlo) > time_of(rvb);
 }
 
 // True when fields of the cache in the folder belong to another run or another grid.
@@ -195,7 +204,7 @@ bool CacheUpdate::has_stale_slots() const {
 
 void CacheUpdate::commit() {
     if (has_stale_slots()) {
-        fs::last_write_time(aside_, fs::last_write_time(nlo_) - std::chrono::seconds(1));
+        fs::last_write_time(aside_, time_of(nlo_) - std::chrono::seconds(1));
     }
     files_.commit();
 }

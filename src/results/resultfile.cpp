@@ -41,6 +41,18 @@ fs::path project_of(const fs::path& file) {
     return base.replace_extension(".td1");
 }
 
+std::string why_no_file(const fs::path& path) {
+    std::error_code failed;
+    switch (fs::status(path, failed).type()) {
+    case fs::file_type::directory:
+        return "is a folder";
+    case fs::file_type::not_found:
+        return "does not exist";
+    default: // a name that is too long, a folder that cannot be searched
+        return fmt::format("cannot be read: {}", failed.message());
+    }
+}
+
 std::string without_last_three(const fs::path& file) {
     const std::string text = file.string();
     return text.substr(0, text.size() - std::min<std::size_t>(3, file.filename().string().size()));
@@ -90,7 +102,7 @@ int ResultFile::GridOrientation() const {
 
 std::optional<ResultFile> find_result_file(const fs::path& path, base::Interaction& user) {
     if (!base::is_file(path)) {
-        throw base::FileFailure(fs::is_directory(path) ? "is a folder" : "does not exist", path);
+        throw base::FileFailure(why_no_file(path), path);
     }
     if (!is_project(path)) {
         return ResultFile{path, core::ModelFiles(project_of(path), core::Access::read)};

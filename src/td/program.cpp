@@ -176,6 +176,8 @@ int run_program(const std::vector<std::string>& words, std::istream& in, std::os
         reporter.failure({failure.what(), failure.file()});
     } catch (const base::RangeFailure& failure) {
         reporter.failure({failure.what(), {}});
+    } catch (const std::filesystem::filesystem_error& failure) {
+        reporter.failure({failure.code().message(), failure.path1()});
     } catch (const std::bad_alloc&) {
         reporter.failure({"out of memory", {}});
     }

@@ -152,6 +152,15 @@ TEST_F(ResultCommands, csv_writes_worksheet_cells) {
     EXPECT_EQ(run("result csv @m.nlo TEMP @d.csv"), failure(in_folder("is a folder (@d.csv)")));
 }
 
+TEST_F(ResultCommands, tell_why_there_is_no_file) {
+    const std::string name = std::string(300, 'm') + ".nlo";
+    std::filesystem::create_directory(folder.path() / "d.nlo");
+    expect(
+        {{"result info @gone.nlo", failure("does not exist (@gone.nlo)")},
+         {"result info @d.nlo", failure("is a folder (@d.nlo)")},
+         {"result info @" + name, failure("cannot be read: File name too long (@" + name + ")")}});
+}
+
 TEST_F(ResultCommands, viewer_keeps_its_settings_beside_the_file) {
     folder.write("m.nml", "");
     expect({
