@@ -31,7 +31,7 @@ inline constexpr const char* altitude_title = "Altitude [m]";
 // layer, the lowest first. Values stand as in the result: velocities in m/s, fixed values with
 // their sign. `now` is the time of the second line. A result of another grid is refused; where a
 // block is missing or not whole, nothing is written. `target` belongs to the model or, for a result
-// under another name, to that. Commits nothing.
+// under another name, to that. Commits it.
 Imported Import_Data_Monitor(const core::Project& project, const core::ModelFiles& files,
                              const std::vector<MonitoringCell>& points,
                              const std::filesystem::path& result, core::ModelFiles& target,

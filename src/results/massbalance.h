@@ -60,7 +60,7 @@ struct MassBalance {
 };
 
 // Sums the monitoring files of the chosen slots and writes <base>.fwp. Step n is record n of each
-// file, as many as the first one has; velocities are metres a year of 365.25 days. Commits nothing.
+// file, as many as the first one has; velocities are metres a year of 365.25 days. Commits it.
 Imported Import_Mass_Balance_Boundary(const core::Project& project, core::ModelFiles& files,
                                       const std::vector<BalanceRow>& table,
                                       const std::vector<int>& chosen, Direction direction,

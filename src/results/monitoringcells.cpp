@@ -128,6 +128,7 @@ Imported import_table(std::string_view procedure, core::ModelFiles& files,
         refused = !bytes;
         if (bytes) {
             files.write(extension, *bytes);
+            files.commit(); // the box must not tell of a file that then cannot take its place
         }
     });
     if (outcome != report::Outcome::done) {

@@ -69,7 +69,7 @@ enum class Imported {
     failed,  // a file could not be read or written, which the user has been told
 };
 // Writes what `table` gives to <base> and `extension` (".cal") and ends with the box that tells how
-// it went. `procedure` names the import where it fails. Commits nothing.
+// it went. `procedure` names the import where it fails. Commits what was written.
 Imported import_table(std::string_view procedure, core::ModelFiles& files,
                       std::string_view extension,
                       const std::function<std::optional<std::string>()>& table,

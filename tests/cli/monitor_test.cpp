@@ -136,6 +136,11 @@ TEST_F(MonitorCommands, logs_are_made_from_the_result_and_shown_by_point) {
     folder.write("old/run.nlo", folder.read("m.nml"));
     expect({{"depthlog make @m.td1 --file @old/run.nlo",
              done("", "Import Data: File @old/run.cal sucessfully written.\n")}});
+    std::filesystem::remove(folder.path() / "m.cal");
+    std::filesystem::create_directory(folder.path() / "m.cal");
+    expect({{"depthlog make @m.td1 --file @m.nml",
+             failure("cannot be read: Is a directory (@m.cal)\n"
+                     "Import Data: Error occured -> @m.cal not complete.")}});
 }
 
 TEST_F(MonitorCommands, balances_are_imported_and_shown) {
