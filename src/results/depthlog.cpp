@@ -68,9 +68,10 @@ bool axis_differs(StreamReader& stream, std::string_view key, int expected) {
 class LogTable {
 public:
     LogTable(const core::Project& project, const std::vector<MonitoringCell>& points,
-             const std::filesystem::path& result, base::Interaction& user)
+             const std::filesystem::path& result, std::filesystem::path list,
+             base::Interaction& user)
         : horizontal_(project.flags.GridOrientation() == core::horizontal), stream_(result),
-          user_(user) {
+          list_(std::move(list)), user_(user) {
         grid_.I0 = project.NX();
         grid_.J0 = horizontal_ ? project.NY() : project.NZ();
         grid_.K0 = horizontal_ ? project.NZ() : project.NY();
@@ -127,8 +128,9 @@ private:
             return point.row;
         }
         if (point.layer < 1 || point.layer > grid_.J0) {
-            throw base::RangeFailure(fmt::format("Monitoring Point {} lies in section {} of {}",
-                                                 point.slot, point.layer, grid_.J0));
+            throw base::FileFailure(fmt::format("Monitoring Point {} lies in section {} of {}",
+                                                point.slot, point.layer, grid_.J0),
+                                    list_);
         }
         return grid_.J0 + 1 - point.layer;
     }
@@ -169,6 +171,7 @@ private:
 
     bool horizontal_;
     StreamReader stream_;
+    std::filesystem::path list_; // of the points
     base::Interaction& user_;
     StreamGrid grid_;
     std::vector<MonitoringCell> points_;
@@ -199,7 +202,7 @@ Imported Import_Data_Monitor(const core::Project& project, const core::ModelFile
                              std::chrono::system_clock::time_point now, base::Interaction& user) {
     const auto table = [&]() -> std::optional<std::string> {
         const std::vector<float> altitudes = altitudes_of(project, files);
-        LogTable logs(project, points, result, user);
+        LogTable logs(project, points, result, files.name_of(".pol"), user);
         if (!logs.fits()) {
             base::show(user, {import_title, "The grid of the result file differs from the model."});
             return std::nullopt;

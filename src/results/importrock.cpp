@@ -170,16 +170,16 @@ std::optional<Zones> combined_zones(ModelImport& import, const RockChoice& choic
             continue;
         }
         Division division(zones, property);
-        import.stream.runs(property.keyword, zones.size(),
-                           [&](std::string_view text, std::uint64_t count) {
-                               fits = fits && division.add(text, count);
-    });
-    if (!fits) {
-        return std::nullopt;
+        const auto add = [&](std::string_view text, std::uint64_t count) {
+            fits = fits && division.add(text, count);
+        };
+        import.stream.runs(property.keyword, zones.size(), add);
+        if (!fits) {
+            return std::nullopt;
+        }
     }
+    return zones;
 }
-return zones;
-} // namespace
 
 // Place of the first cell of each zone, by the zone less 1.
 using FirstCells = std::array<std::uint64_t, PropertyZonesMax>;
@@ -286,7 +286,7 @@ void tell_too_many(base::Interaction& user) {
                              PropertyZonesMax));
 }
 
-} // namespace results
+} // namespace
 
 void Create_Geological_Structure(ModelImport& import, const RockChoice& choice) {
     RockChoice rock = choice;

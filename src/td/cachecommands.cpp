@@ -12,6 +12,7 @@
 #include "convert/resultcache.h"
 #include "td/command.h"
 #include "td/fieldoutput.h"
+#include "td/withfile.h"
 
 #include <fmt/format.h>
 
@@ -156,14 +157,16 @@ int count_parameter(Context& context, const app::Workspace& workspace) {
     const fs::path file = result_file(context, workspace.files);
     convert::Histogram histogram{
         file_box(file, workspace.files), *parameter, 0, 0, 0, classes_of(context)};
-    if (!convert::count_classes(file, histogram, context.user)) {
-        return refused;
-    }
-    if (context.args.has("--save")) {
-        save_histogram(file, histogram);
-    }
-    print_histogram(context, histogram);
-    return done;
+    return with_file(file, [&] {
+        if (!convert::count_classes(file, histogram, context.user)) {
+            return int{refused};
+        }
+        if (context.args.has("--save")) {
+            save_histogram(file, histogram);
+        }
+        print_histogram(context, histogram);
+        return int{done};
+    });
 }
 
 int histogram_count(Context& context) {
@@ -251,10 +254,13 @@ convert::PlotRewrite plot_rewrite(const Context& context) {
 }
 
 int rewrite_plot(Context& context) {
-    const auto refusal = convert::rewrite_plot(context.args.argument(source_argument.name),
-                                               context.args.argument(target_argument.name),
-                                               plot_rewrite(context), context.user);
-    return refusal ? context.refuse(*refusal) : int{done};
+    const std::string& source = context.args.argument(source_argument.name);
+    const convert::PlotRewrite rewrite = plot_rewrite(context);
+    return with_file(source, [&] {
+        const auto refusal = convert::rewrite_plot(
+            source, context.args.argument(target_argument.name), rewrite, context.user);
+        return refusal ? context.refuse(*refusal) : int{done};
+    });
 }
 
 constexpr ArgumentSpec model_arguments[] = {model_argument};

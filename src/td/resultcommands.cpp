@@ -1,6 +1,5 @@
 // Result files: what they hold, fields, planes, CSV.
 
-#include "base/failure.h"
 #include "base/numbertext.h"
 #include "base/paths.h"
 #include "convert/resultcache.h"
@@ -10,6 +9,7 @@
 #include "results/viewer.h"
 #include "td/command.h"
 #include "td/fieldoutput.h"
+#include "td/withfile.h"
 
 #include <fmt/format.h>
 
@@ -53,15 +53,6 @@ std::optional<results::ChosenField> choose(Context& context) {
         require_other_file(context.args.argument(target_argument.name), chosen->source.result.file);
     }
     return chosen;
-}
-
-// Runs `work`; a layer outside the field is told with the file.
-void with_file(const results::ChosenField& chosen, const std::function<void()>& work) {
-    try {
-        work();
-    } catch (const base::RangeFailure& failure) {
-        throw base::FileFailure(failure.what(), chosen.source.result.file);
-    }
 }
 
 int any_integer(const Context& context, const OptionSpec& option, int otherwise) {
@@ -175,8 +166,10 @@ int result_read(Context& context) {
     if (!field) {
         return refused;
     }
-    with_file(*chosen, [&] { print_field(context, *field); });
-    return done;
+    return with_file(chosen->source.result.file, [&] {
+        print_field(context, *field);
+        return int{done};
+    });
 }
 
 std::optional<results::Plane> read_plane(Context& context) {
@@ -239,11 +232,11 @@ int result_csv(Context& context) {
     if (!field) {
         return refused;
     }
-    with_file(*chosen, [&] {
+    return with_file(chosen->source.result.file, [&] {
         results::write_field_csv(*field, *axes, chosen->GridOrientation, chosen->parameter.label,
                                  layer, context.args.argument(target_argument.name));
+        return int{done};
     });
-    return done;
 }
 
 constexpr ArgumentSpec file_arguments[] = {file_argument};

@@ -7,6 +7,7 @@
 #include "convert/vtkexport.h"
 #include "convert/vtrexport.h"
 #include "td/command.h"
+#include "td/withfile.h"
 
 #include <fmt/format.h>
 
@@ -118,9 +119,11 @@ int on_result(Context& context, bool has_type, const Work& work) {
             beside.emplace(project, Access::write);
         }
         results::StreamReader stream(result);
-        const auto refusal =
-            work({workspace.project, files, beside ? *beside : files, stream, context.user});
-        return refusal ? context.refuse(*refusal) : int{done};
+        return with_file(result, [&] {
+            const auto refusal =
+                work({workspace.project, files, beside ? *beside : files, stream, context.user});
+            return refusal ? context.refuse(*refusal) : int{done};
+        });
     });
 }
 

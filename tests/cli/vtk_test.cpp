@@ -202,4 +202,6 @@ TEST_F(VtkCommands, a_formula_is_written_with_plain_zeros) {
     const std::string zeros = " 0  0 \r\n";
     EXPECT_EQ(folder.read("m-Calc.vtk"),
               points("Calc") + " 0 -2 \r\n" + zeros + zeros + zeros + zeros + zeros);
+    expect({{"formula @m.td1 'PERM + GWB' --type points",
+             failure("-2 is outside 0 to 120 of the table GWB (@m.nlo)")}});
 }
