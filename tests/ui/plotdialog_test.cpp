@@ -58,6 +58,10 @@ TEST_F(PlotDialog, every_format_is_written_whole) {
         EXPECT_TRUE(bytes(name).ends_with(tail)) << name;
         ++format;
     }
+    save_plot([&](QDialog& dialog, QComboBox&) {
+        EXPECT_TRUE(text_of(dialog, "txtFile").ends_with("m.pdf")) << "the last one is offered";
+        press(dialog, "cmdCancel");
+    });
 }
 
 TEST_F(PlotDialog, cells_have_the_colours_that_the_worksheet_shows) {

@@ -27,6 +27,14 @@ namespace {
 constexpr const char* title = "Save Plot As";
 constexpr int clipboard_side = 2000; // pixels
 
+// Of the window: a model and the name of the format that was written last for it.
+constexpr const char* Plot_Format = "Plot_Format";
+
+QString format_written_last(const QWidget* window, const app::Workspace& model) {
+    const QStringList last = window->property(Plot_Format).toStringList();
+    return last.value(0) == to_qt(model.Model_Path()) ? last.value(1) : QString();
+}
+
 class SavePlotDialog : public PlainDialog {
 public:
     SavePlotDialog(Desk& desk, const app::Workspace& model, grid::Worksheet* worksheet,
@@ -66,6 +74,7 @@ SavePlotDialog::SavePlotDialog(Desk& desk, const app::Workspace& model, grid::Wo
     for (const PictureFormat& format : picture_formats()) {
         list_->addItem(format.name);
     }
+    list_->setCurrentText(format_written_last(parent, model));
     file_->set_file(model.Model_Folder() / (model.files.base_name() + format().extension));
     auto* const rows = new QFormLayout;
     rows->addRow(label_of(&file_->line(), tr("&File:")), file_);
@@ -101,6 +110,10 @@ bool SavePlotDialog::take() {
         write_picture(desk(), model_, worksheet_, view_, format(), file());
     });
     desk().user().busy(false);
+    if (outcome == report::Outcome::done) {
+        parentWidget()->setProperty(Plot_Format,
+                                    QStringList{to_qt(model_.Model_Path()), format().name});
+    }
     return outcome == report::Outcome::done;
 }
 
