@@ -70,6 +70,11 @@ void FormDialog::accept() {
     }
 }
 
+void FormDialog::reject() {
+    view_.give_up();
+    PlainDialog::reject();
+}
+
 bool FormDialog::commit() {
     view_.commit();
     return true;

@@ -35,6 +35,7 @@ public:
     int run(const std::string& step, std::string_view signature);
 
     void accept() override;
+    void reject() override;
 
 protected:
     // After the form has been loaded, and before the dialog is shown: for bodies that show more

@@ -278,7 +278,7 @@ void FormView::update() {
 
 bool FormView::take(Bound& bound) {
     const std::string text = bound.read();
-    if (filling_ || text == bound.shown) {
+    if (filling_ || given_up_ || text == bound.shown) {
         return true;
     }
     bound.shown = text;

@@ -65,6 +65,8 @@ public:
     void show_values();
     // Takes over typed text that is not in the form yet. False: a field's new text raised a notice.
     bool commit();
+    // From now on takes nothing over, not even the text of a field that the cursor leaves.
+    void give_up() { given_up_ = true; }
     // Puts the cursor into the field and selects its text.
     void focus(std::string_view name);
 
@@ -107,6 +109,7 @@ private:
     std::map<std::string, Bound, std::less<>> fields_;
     QString mnemonics_;
     bool filling_ = false;
+    bool given_up_ = false;
 };
 
 } // namespace ui

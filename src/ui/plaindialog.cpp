@@ -2,6 +2,7 @@
 
 #include "ui/desk.h"
 #include "ui/mainwindow.h"
+#include "ui/tableview.h"
 #include "ui/text.h"
 
 #include <QAbstractItemView>
@@ -152,6 +153,13 @@ void PlainDialog::accept() {
     if (take()) {
         QDialog::accept();
     }
+}
+
+void PlainDialog::reject() {
+    for (TableView* const table : findChildren<TableView*>()) {
+        table->give_up_editing();
+    }
+    QDialog::reject();
 }
 
 void PlainDialog::showEvent(QShowEvent* event) {

@@ -38,6 +38,9 @@ public:
 
     // OK: closes when take() says so.
     void accept() override;
+    // Cancel: cells that are still open are given up, so that nobody is told what was wrong in
+    // them.
+    void reject() override;
 
 protected:
     // Takes over what was typed. False: the dialog stays.

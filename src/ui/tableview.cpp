@@ -211,8 +211,18 @@ void TableView::open_list(const QModelIndex& cell) {
     }
 }
 
+QWidget* TableView::open_editor() const {
+    return state() == EditingState ? indexWidget(currentIndex()) : nullptr;
+}
+
+void TableView::give_up_editing() {
+    if (QWidget* editor = open_editor()) {
+        QTableView::closeEditor(editor, QAbstractItemDelegate::RevertModelCache);
+    }
+}
+
 bool TableView::finish_editing() {
-    QWidget* editor = state() == EditingState ? indexWidget(currentIndex()) : nullptr;
+    QWidget* editor = open_editor();
     if (!editor) {
         return true;
     }

@@ -43,6 +43,8 @@ public:
 
     // Accepts the text of the open editor. False: it was refused, which is shown.
     bool finish_editing();
+    // Closes the open editor; the cell keeps its old text.
+    void give_up_editing();
     // The selected cells as TAB-separated text; nothing when none is selected.
     void copy() const;
     // Puts the text of the clipboard into the cells from the first selected one on, as far as the
@@ -69,6 +71,7 @@ protected:
 
 private:
     void set_up();
+    QWidget* open_editor() const; // nullptr when no cell is open
     // Shares the width that the columns leave free among them, until the user sets one.
     void spread_columns();
     void add_actions();

@@ -203,6 +203,22 @@ TEST_F(SettingsDialogs, another_rock_coefficient_warns_once_when_its_field_is_le
     EXPECT_EQ(line(sim::typ::KOPLNG), "---P # 800.0 # 2.5 # 0.1 # 2400");
 }
 
+TEST_F(SettingsDialogs, a_coefficient_that_is_given_up_is_not_warned_about) {
+    make_model(5, 4);
+    save_settings();
+    for (const bool by_key : {true, false}) {
+        in_dialog("mnuTypeCoupling", "Coupling", [by_key](QDialog& dialog) {
+            press(dialog, "HeatConductivityCheck");
+            type(dialog, "txtA1", "2.5");
+            if (by_key) {
+                QTest::keyClick(&widget<QLineEdit>(dialog, "txtA1"), Qt::Key_Escape);
+            } else {
+                support::click(widget<QPushButton>(dialog, "cmdCancel"));
+            }
+        });
+    }
+}
+
 TEST_F(SettingsDialogs, output_files_become_the_switch_string) {
     make_model(5, 4);
     save_settings();

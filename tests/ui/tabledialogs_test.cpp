@@ -206,6 +206,16 @@ TEST_F(TableDialogs, periods_refuse_what_no_period_can_be) {
     EXPECT_FALSE(files().has(".trn"));
 }
 
+TEST_F(TableDialogs, a_cell_that_is_given_up_with_its_dialog_is_not_refused) {
+    for (const bool by_button : {true, false}) {
+        in_dialog("parameters_time", "Temporal_Discretization", [&](QDialog& dialog) {
+            type(table_of(dialog), 2, "MaxTransportSteps", "0");
+            by_button ? press(dialog, "cmdCancel") : dialog.reject();
+        });
+    }
+    EXPECT_FALSE(files().has(".trn"));
+}
+
 TEST_F(TableDialogs, time_parameters_are_saved_and_loaded) {
     const auto file = folder.path() / "time.tpr";
     in_dialog("parameters_time", "Temporal_Discretization", [&](QDialog& dialog) {

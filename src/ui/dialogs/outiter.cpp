@@ -16,8 +16,9 @@ class OutIterDialog : public FormDialog {
 public:
     OutIterDialog(CommandContext& context, sim::OutIter& form)
         : FormDialog(context, form, "OutIter", tr("Non-Linear Iteration"), "settings.md"),
-          form_(form), unset_(new QLabel(tr("No choice has been saved yet: the simulator iterates "
-                                            "with settings of its own."))) {
+          form_(form),
+          unset_(new QLabel(tr("No choice has been saved yet: the simulator iterates, 5 "
+                               "times at most and with a coefficient of 0.5."))) {
         unset_->setWordWrap(true);
         body().addWidget(unset_);
         body().addWidget(field("chkPicard"));
