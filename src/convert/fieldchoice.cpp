@@ -93,7 +93,7 @@ ChosenBlock tracer(int number, const results::StreamNames& names) {
 }
 
 ChosenBlock mineral(int number, const results::StreamNames& names) {
-    return {listed_name(names.mineral_blocks, number, "Mineral"),
+    return {listed_name(names.all_minerals, number, "Mineral"),
             results::numbered_key(mineral_key, number),
             ValueForm::plain,
             {}};

@@ -138,26 +138,26 @@ std::string_view mineral_extension(int model) {
     return is_Debye_Hueckel(model) ? ".dhm" : model == kinetic_model ? ".nkm" : ".mco";
 }
 
-// The minerals that the current fluid has an amount of; the kinetic model has them all.
-std::vector<NamedBlock> mineral_list(int minerals, const core::ModelFiles& files, int model) {
+// Listed are the minerals that the current fluid has an amount of; the kinetic model has them all.
+void name_minerals(StreamNames& names, const core::ModelFiles& files, int model) {
     const auto lines = lines_behind(files, mineral_extension(model), "LOOK MIN",
-                                    static_cast<std::size_t>(minerals));
+                                    static_cast<std::size_t>(names.minerals));
     const auto column =
         lines ? static_cast<std::size_t>(sim::PropertyZonesCount(files) + 1) * value_width : 0;
-    std::vector<NamedBlock> list;
-    for (int n = 1; n <= minerals; ++n) {
-        if (!lines) {
-            list.push_back({n, fmt::format("Mineral {}", n)});
-            continue;
-        }
-        const std::string& line = (*lines)[static_cast<std::size_t>(n) - 1];
-        const bool is_there =
-            base::leading_number(base::fixed_field(line, column, value_width)) != 0;
-        if (is_there || model == kinetic_model) {
-            list.push_back({n, left_part(line, mineral_width)});
+    const auto is_there = [&](const std::string& line) {
+        return model == kinetic_model ||
+               base::leading_number(base::fixed_field(line, column, value_width)) != 0;
+    };
+    for (int n = 1; n <= names.minerals; ++n) {
+        const std::string* const line =
+            lines ? &(*lines)[static_cast<std::size_t>(n) - 1] : nullptr;
+        const NamedBlock mineral{n, line != nullptr ? left_part(*line, mineral_width)
+                                                    : fmt::format("Mineral {}", n)};
+        names.all_minerals.push_back(mineral);
+        if (line == nullptr || is_there(*line)) {
+            names.mineral_blocks.push_back(mineral);
         }
     }
-    return list;
 }
 
 } // namespace
@@ -174,7 +174,7 @@ StreamNames read_names(StreamReader& stream, const core::ModelFiles& files,
     const int model = names.components > 0 || names.minerals > 0 ? chemistry_model(files) : 0;
     names.species = species_list(names, files, model);
     if (names.minerals > 0) {
-        names.mineral_blocks = mineral_list(names.minerals, files, model);
+        name_minerals(names, files, model);
     }
     return names;
 }

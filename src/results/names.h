@@ -22,11 +22,12 @@ struct NamedBlock {
 };
 
 struct StreamNames {
-    int substances = 0;                     // # ANZSUBS
-    int components = 0;                     // # ANZCHEM: those of them that are chemical
-    int minerals = 0;                       // # ANZMINS
-    std::vector<NamedBlock> species;        // `substances` entries
-    std::vector<NamedBlock> mineral_blocks; // those with an amount in the current fluid
+    int substances = 0;                        // # ANZSUBS
+    int components = 0;                        // # ANZCHEM: those of them that are chemical
+    int minerals = 0;                          // # ANZMINS
+    std::vector<NamedBlock> species;           // `substances` entries
+    std::vector<NamedBlock> mineral_blocks;    // those with an amount in the current fluid
+    std::vector<NamedBlock> all_minerals = {}; // `minerals` entries
 
     // True for the hydrogen ion, whose concentration is shown as pH.
     bool shown_as_pH(int number) const { return number == 1 && components > 0; }

@@ -93,6 +93,7 @@ TEST_F(Names, of_minerals_are_listed_when_the_current_fluid_has_them) {
     folder_.write("m.mco", minerals);
     folder_.write("m.nkm", minerals);
     EXPECT_EQ(listed(read("0 0 3").mineral_blocks), "1=Calcite;3=Quartz;");
+    EXPECT_EQ(listed(read("0 0 3").all_minerals), "1=Calcite;2=Halite;3=Quartz;");
     set_chemistry(5);
     EXPECT_EQ(listed(read("0 0 3").mineral_blocks), "1=Calcite;2=Halite;3=Quartz;");
     set_chemistry(1);
