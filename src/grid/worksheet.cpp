@@ -112,7 +112,7 @@ void Worksheet::open(base::Interaction& user, bool& cancelled) {
         take_over_elevations(request_.Current_Parameter(), period_, store_, user);
     }
     points_ = load_points(files_);
-    read_shown();
+    read_shown(period_, layer_);
 }
 
 void Worksheet::discard() {
@@ -165,14 +165,17 @@ std::vector<core::Zone> Worksheet::read_zones(int period, int layer) const {
                : std::vector<core::Zone>();
 }
 
-void Worksheet::read_shown() {
-    arrays_.resize(static_cast<std::size_t>(Array_Count()));
+// What cannot be read leaves layer and period as they are shown: their values would be written into
+// the other ones.
+void Worksheet::read_shown(int period, int layer) {
+    std::vector<core::LayerValues> arrays;
     for (int k = 1; k <= Array_Count(); ++k) {
-        core::LayerValues& values = shown_array(k);
-        values.resize(store_.cells_of_layer());
-        store_.read_array(request_.number(k), period_, layer_, values, request_.default_value(k));
+        arrays.push_back(read_layer(k, period, layer));
     }
-    zones_ = read_zones(period_, layer_);
+    zones_ = read_zones(period, layer);
+    arrays_ = std::move(arrays);
+    period_ = period;
+    layer_ = layer;
 }
 
 void Worksheet::write_layer(int period, int layer) {
@@ -205,9 +208,7 @@ void Worksheet::show(int period, int layer) {
         }
         commit_what_is_aside();
     }
-    period_ = period;
-    layer_ = layer;
-    read_shown();
+    read_shown(period, layer);
 }
 
 bool Worksheet::show_layer(int layer) {

@@ -168,7 +168,7 @@ private:
     core::LayerValues read_layer(int k, int period, int layer) const;
     std::vector<core::Zone> read_zones(int period, int layer) const;
     void show(int period, int layer);
-    void read_shown();
+    void read_shown(int period, int layer);
     void write_layer(int period, int layer);
     void write_other(int k, int period, int layer, core::LayerValues values);
     void copy_shown_to(int layer);

@@ -127,7 +127,7 @@ void Worksheet::on_files(int k, int first_layer, int last_layer,
         const auto& old = before[static_cast<std::size_t>(layer - first_layer)];
         record({period_, layer, k, changed_runs(old, read_layer(k, period_, layer))});
     }
-    read_shown();
+    read_shown(period_, layer_);
 }
 
 void Worksheet::write_other(int k, int period, int layer, core::LayerValues values) {
@@ -175,7 +175,7 @@ void Worksheet::copy_period(int from, int to) {
         record(std::move(change));
     }
     commit_what_is_aside();
-    read_shown();
+    read_shown(period_, layer_);
 }
 
 // Digitized points.
@@ -257,20 +257,29 @@ std::optional<std::string> Worksheet::redo_name() const {
     return step ? std::optional(step_name(*step, NX())) : std::nullopt;
 }
 
+// A step changes sides when all of it is done: one that fails is gone over again.
 bool Worksheet::undo() {
-    const StepData* const step = steps_.back();
-    for (std::size_t i = step == nullptr ? 0 : step->size(); i > 0; --i) {
+    const StepData* const step = steps_.last_done();
+    if (step == nullptr) {
+        return false;
+    }
+    for (std::size_t i = step->size(); i > 0; --i) {
         apply((*step)[i - 1], true);
     }
-    return step != nullptr;
+    steps_.back();
+    return true;
 }
 
 bool Worksheet::redo() {
-    const StepData* const step = steps_.forward();
-    for (std::size_t i = 0; step != nullptr && i < step->size(); ++i) {
-        apply((*step)[i], false);
+    const StepData* const step = steps_.last_undone();
+    if (step == nullptr) {
+        return false;
     }
-    return step != nullptr;
+    for (const LayerChange& change : *step) {
+        apply(change, false);
+    }
+    steps_.forward();
+    return true;
 }
 
 } // namespace grid

@@ -88,22 +88,14 @@ void StepHistory::close() {
     }
 }
 
-const StepData* StepHistory::back() {
-    if (done_.empty()) {
-        return nullptr;
-    }
+void StepHistory::back() {
     undone_.push_back(std::move(done_.back()));
     done_.pop_back();
-    return &undone_.back();
 }
 
-const StepData* StepHistory::forward() {
-    if (undone_.empty()) {
-        return nullptr;
-    }
+void StepHistory::forward() {
     done_.push_back(std::move(undone_.back()));
     undone_.pop_back();
-    return &done_.back();
 }
 
 std::size_t StepHistory::held_bytes() const {

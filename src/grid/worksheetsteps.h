@@ -58,13 +58,12 @@ public:
     // Ends the step; one without changes is none. What could be done again is lost.
     void close();
 
-    // The step to be taken back (done again), which changes sides; nothing when there is none. It
-    // stays valid until the next call.
-    const StepData* back();
-    const StepData* forward();
-    // The same without a change.
+    // The step to be taken back (done again); nothing when there is none.
     const StepData* last_done() const { return done_.empty() ? nullptr : &done_.back(); }
     const StepData* last_undone() const { return undone_.empty() ? nullptr : &undone_.back(); }
+    // That step, which there is, was taken back (done again), and changes sides.
+    void back();
+    void forward();
 
 private:
     static constexpr std::size_t most_steps = 100;

@@ -311,6 +311,30 @@ TEST_F(WorksheetTest, copying_cells_and_layers_repeats_what_was_set_and_what_was
     sheet->leave(base::Answer::no);
 }
 
+TEST_F(WorksheetTest, a_layer_that_cannot_be_read_leaves_the_shown_one_and_the_step_to_be_undone) {
+    const auto sheet = open(1402);
+    EXPECT_FALSE(sheet->set_cell(1, 1, std::vector<float>{50}));
+    EXPECT_TRUE(sheet->show_layer(2));
+    EXPECT_FALSE(sheet->set_cell(2, 1, std::vector<float>{60}));
+    const std::string zones = folder.read("m.{Z}");
+    std::string damaged = zones;
+    damaged[core::zone_head_bytes + 3] = '\x7F'; // the number of zones in layer 1
+    folder.write("m.{Z}", damaged);
+    EXPECT_THROW(sheet->show_layer(1), base::FileFailure);
+    EXPECT_THROW(sheet->show_layer(1), base::FileFailure); // as a retry does
+    EXPECT_EQ(sheet->Current_Layer(), 2);
+    EXPECT_EQ(sheet->cell(1, 2, 1), 60);
+    EXPECT_EQ(stored(1402, 1, 1, 2, 1), 10);
+    EXPECT_TRUE(sheet->undo());
+    EXPECT_THROW(sheet->undo(), base::FileFailure);
+    EXPECT_EQ(sheet->undo_name(), "Cell 1,1");
+    folder.write("m.{Z}", zones);
+    EXPECT_TRUE(sheet->undo());
+    EXPECT_EQ(sheet->Current_Layer(), 1);
+    EXPECT_EQ(sheet->cell(1, 1, 1), 10);
+    sheet->leave(base::Answer::no);
+}
+
 TEST_F(WorksheetTest, digitized_points_go_through_their_file) {
     const auto sheet = open(97);
     EXPECT_FALSE(sheet->add_point({1, 2.5F, 3, -4}));
