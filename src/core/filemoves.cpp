@@ -2,21 +2,18 @@
 
 #include "base/failure.h"
 #include "base/textfile.h"
+#include "core/movelist.h"
 #include "core/undofolder.h"
 
 #include <fmt/format.h>
 
 #include <cerrno>
 #include <charconv>
-#include <chrono>
-#include <cstring>
 #include <optional>
 #include <set>
 #include <string>
-#include <thread>
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -26,12 +23,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::size_t block_size = std::size_t{1} << 16;
-constexpr int lock_attempts = 3000;  // of 20 ms
-constexpr int removal_attempts = 10; // a command that holds it longer removes it itself
 constexpr std::string_view aside_of_a_name = "name.";
-constexpr mode_t new_file_mode = 0666;
-constexpr mode_t mode_bits = 07777;
 
 void flush_folder(const fs::path& folder) {
     const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -207,28 +199,9 @@ bool is_ours(std::string_view name) {
            name.starts_with("old.") || name == "draft" || name == "journal" || name == "undo";
 }
 
-bool has_list(const fs::path& hidden) {
-    return is_there(hidden / "journal") || is_there(hidden / "undo");
-}
-
 void drop_lists(const fs::path& hidden) {
     remove_if_there(hidden / "journal");
     remove_if_there(hidden / "undo");
-}
-
-void drop_files(const fs::path& hidden) noexcept {
-    std::error_code ignored;
-    std::vector<fs::path> files;
-    for (const auto& entry : fs::directory_iterator(hidden, ignored)) {
-        files.push_back(entry.path());
-    }
-    for (const fs::path& file : files) {
-        if (const std::string name = file.filename().string(); is_ours(name)) {
-            ::unlink(file.c_str());
-        } else if (is_undo_folder(name)) {
-            drop_dead_undo_folder(file);
-        }
-    }
 }
 
 // The lists go first: without one, a crash here leaves files that the next command drops. A list
@@ -239,7 +212,7 @@ void clear(const fs::path& hidden) noexcept {
     } catch (const base::FileFailure&) {
         return;
     }
-    drop_files(hidden);
+    drop_files_aside(hidden);
 }
 
 // Keeps a second name of the old content, and its mode and owner for the new one.
@@ -260,22 +233,6 @@ void keep_old(const fs::path& hidden, FileMove& move, int number) {
         }
         give_mode(move.aside, state.st_mode, move.target);
     }
-}
-
-// Goes through a list that was left, to its end or back.
-void settle_list(const fs::path& hidden) {
-    if (const auto undo = read_list(hidden, "undo")) {
-        for (const FileMove& move : *undo) {
-            take_back(move);
-        }
-        flush_targets(*undo);
-    } else if (const auto journal = read_list(hidden, "journal")) {
-        for (const FileMove& move : *journal) {
-            finish(move);
-        }
-        flush_targets(*journal);
-    }
-    drop_lists(hidden);
 }
 
 void prepare(const fs::path& hidden, std::vector<FileMove>& moves) {
@@ -299,156 +256,46 @@ void take_all_back(const fs::path& hidden, const std::vector<FileMove>& moves) {
     flush_targets(moves);
 }
 
-// A descriptor of the folder when this process could lock it, -1 when another one holds it or has
-// just removed it. FileFailure when it can never be locked. A link is no hidden folder: what it
-// leads to belongs to somebody else.
-int try_lock(const fs::path& hidden) {
-    const int descriptor = ::open(hidden.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
-    if (descriptor < 0) {
-        if (errno == ENOTDIR || errno == ELOOP) {
-            throw base::FileFailure("is in the way of the files that a command keeps aside",
-                                    hidden);
-        }
-        if (errno != ENOENT) {
-            throw_errno("opened", hidden);
-        }
-        return -1;
-    }
-    struct stat opened {
-    }, named{};
-    const bool ours = ::flock(descriptor, LOCK_EX | LOCK_NB) == 0 &&
-                      ::fstat(descriptor, &opened) == 0 && ::lstat(hidden.c_str(), &named) == 0 &&
-                      opened.st_ino == named.st_ino && opened.st_dev == named.st_dev;
-    if (!ours) {
-        ::close(descriptor);
-        return -1;
-    }
-    return descriptor;
-}
-
-// The same for a folder that was just made if need be: it must be writable, as its parent must.
-int try_lock_made(const fs::path& hidden) {
-    int lock = -1;
-    try {
-        lock = try_lock(hidden);
-        for (const fs::path& folder : {hidden, hidden.parent_path()}) {
-            if (lock >= 0 && ::access(folder.c_str(), W_OK | X_OK) != 0) {
-                throw_errno("written", hidden.parent_path());
-            }
-        }
-    } catch (const base::FileFailure&) {
-        ::rmdir(hidden.c_str()); // unless somebody's files are in it
-        if (lock >= 0) {
-            ::close(lock);
-        }
-        throw;
-    }
-    return lock;
-}
-
 } // namespace
 
-void throw_errno(std::string_view what, const fs::path& file) {
-    const int reason = errno;
-    throw base::FileFailure(fmt::format("cannot be {}: {}", what, std::strerror(reason)), file);
+bool has_move_list(const fs::path& hidden) {
+    return is_there(hidden / "journal") || is_there(hidden / "undo");
 }
 
-Descriptor::Descriptor(const fs::path& file, int flags, fs::path shown)
-    : shown_(std::move(shown)),
-      descriptor_(::open(file.c_str(), flags | O_CLOEXEC, new_file_mode)) {
-    if (descriptor_ < 0) {
-        throw_errno((flags & O_ACCMODE) == O_RDONLY ? "read" : "written", shown_);
-    }
-}
-
-Descriptor::~Descriptor() {
-    if (descriptor_ >= 0) {
-        ::close(descriptor_);
-    }
-}
-
-void Descriptor::write(std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t written = ::write(descriptor_, bytes.data(), bytes.size());
-        if (written < 0 && errno != EINTR) {
-            throw_errno("written", shown_);
+void settle_move_list(const fs::path& hidden) {
+    if (const auto undo = read_list(hidden, "undo")) {
+        for (const FileMove& move : *undo) {
+            take_back(move);
         }
-        bytes.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);
-    }
-}
-
-void Descriptor::flush() {
-    if (::fsync(descriptor_) != 0 && errno != EINVAL) {
-        throw_errno("written", shown_);
-    }
-}
-
-void copy_bytes(const fs::path& from, const fs::path& to, const fs::path& shown) {
-    if (std::error_code ignored; fs::is_other(from, ignored)) {
-        throw base::FileFailure("is no ordinary file", from); // a pipe would never end
-    }
-    Descriptor in(from, O_RDONLY, from);
-    Descriptor out(to, O_WRONLY | O_CREAT | O_TRUNC, shown);
-    std::string block(block_size, '\0');
-    for (;;) {
-        const ssize_t count = ::read(in.get(), block.data(), block.size());
-        if (count < 0 && errno == EINTR) {
-            continue;
+        flush_targets(*undo);
+    } else if (const auto journal = read_list(hidden, "journal")) {
+        for (const FileMove& move : *journal) {
+            finish(move);
         }
-        if (count < 0) {
-            throw_errno("read", from);
-        }
-        if (count == 0) {
-            return;
-        }
-        out.write(std::string_view(block).substr(0, static_cast<std::size_t>(count)));
+        flush_targets(*journal);
     }
+    drop_lists(hidden);
 }
 
-void give_mode(const fs::path& file, std::uint32_t mode, const fs::path& shown) {
-    struct stat state {};
-    const bool has_mode =
-        ::stat(file.c_str(), &state) == 0 && ((state.st_mode ^ mode) & mode_bits) == 0;
-    if (!has_mode && ::chmod(file.c_str(), mode & mode_bits) != 0) {
-        throw_errno("written", shown);
-    }
-}
-
-void copy_as_it_is(const fs::path& from, const fs::path& to, const fs::path& shown) {
-    struct stat state {};
-    if (::lstat(from.c_str(), &state) != 0) {
-        throw_errno("read", from);
-    }
-    if (!S_ISLNK(state.st_mode)) {
-        copy_bytes(from, to, shown);
-        return give_mode(to, state.st_mode, shown);
-    }
-    std::error_code failed;
-    const fs::path target = fs::read_symlink(from, failed);
-    ::unlink(to.c_str());
-    if (::symlink(target.c_str(), to.c_str()) != 0) {
-        throw_errno("written", shown);
-    }
-}
-
-fs::path behind_links(fs::path file) {
+void drop_files_aside(const fs::path& hidden) noexcept {
     std::error_code ignored;
-    for (int depth = 0; depth < 40 && fs::is_symlink(file, ignored); ++depth) {
-        const fs::path target = fs::read_symlink(file, ignored);
-        file = (target.is_absolute() ? target : file.parent_path() / target).lexically_normal();
+    std::vector<fs::path> files;
+    for (const auto& entry : fs::directory_iterator(hidden, ignored)) {
+        files.push_back(entry.path());
     }
-    return file;
-}
-
-bool is_there(const fs::path& file) {
-    std::error_code ignored;
-    return fs::symlink_status(file, ignored).type() != fs::file_type::not_found;
+    for (const fs::path& file : files) {
+        if (const std::string name = file.filename().string(); is_ours(name)) {
+            ::unlink(file.c_str());
+        } else if (is_undo_folder(name)) {
+            drop_dead_undo_folder(file);
+        }
+    }
 }
 
 void move_all(const fs::path& hidden, std::vector<FileMove> moves,
               const std::function<void()>& last) {
-    if (has_list(hidden)) {
-        settle_list(hidden); // of an earlier set of this command
+    if (has_move_list(hidden)) {
+        settle_move_list(hidden); // of an earlier set of this command
     }
     try {
         prepare(hidden, moves);
@@ -468,74 +315,6 @@ void move_all(const fs::path& hidden, std::vector<FileMove> moves,
     }
     flush_targets(moves);
     clear(hidden);
-}
-
-int lock_folder(const fs::path& hidden) {
-    for (int attempt = 0; attempt < lock_attempts; ++attempt) {
-        if (::mkdir(hidden.c_str(), 0777) != 0 && errno != EEXIST) {
-            throw_errno("written", hidden.parent_path());
-        }
-        if (const int lock = try_lock_made(hidden); lock >= 0) {
-            return lock;
-        }
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    }
-    throw base::FileFailure("is in use by another program", hidden.parent_path());
-}
-
-void unlock_folder(const fs::path& hidden, int lock) noexcept {
-    // A list of moves that could not be taken back is left to the next command.
-    if (!has_list(hidden)) {
-        drop_files(hidden);
-    }
-    ::rmdir(hidden.c_str());
-    ::close(lock);
-}
-
-void remove_hidden_folder(const fs::path& hidden) noexcept {
-    for (int attempt = 0; attempt < removal_attempts && is_there(hidden); ++attempt) {
-        try {
-            if (const int lock = try_lock(hidden); lock >= 0) {
-                return unlock_folder(hidden, lock);
-            }
-        } catch (const base::FileFailure&) {
-            return;
-        }
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    }
-}
-
-void settle_locked(const fs::path& hidden, int lock) {
-    try {
-        if (has_list(hidden)) {
-            settle_list(hidden);
-        }
-        drop_files(hidden);
-    } catch (...) {
-        unlock_folder(hidden, lock);
-        throw;
-    }
-}
-
-void finish_pending(const fs::path& hidden) {
-    if (::access(hidden.c_str(), W_OK | X_OK) != 0 ||
-        ::access(hidden.parent_path().c_str(), W_OK | X_OK) != 0) {
-        return;
-    }
-    for (int attempt = 0; attempt < lock_attempts; ++attempt) {
-        if (!is_there(hidden)) {
-            return;
-        }
-        if (const int lock = try_lock(hidden); lock >= 0) {
-            settle_locked(hidden, lock);
-            unlock_folder(hidden, lock);
-            return;
-        }
-        if (!has_list(hidden)) {
-            return; // a command of another program is at work but moves no files: all is as before
-        }
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    }
 }
 
 } // namespace core

@@ -7,6 +7,7 @@
 //                   that was struck
 //   TD_FAULT_READS  set: the calls that read are counted instead
 //   TD_FAULT_APART  set: every folder is a file system of its own
+//   TD_FAULT_NO_LOCKS  set: the file system knows no locks
 //   TD_FAULT_PLAN   "CALL:ACTION" separated by commas, the first call is 1. Actions:
 //     kill                  the process ends before the call
 //     torn                  a write brings half of its bytes, then the process ends
@@ -26,6 +27,7 @@
 
 #include <climits>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/sendfile.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -395,6 +397,13 @@ int fsync(int file) {
     return unless_struck("fsync", path_of(file), Kind::changes, [&] {
         return disk().concerns(path_of(file)) ? 0 : static_cast<int>(::syscall(SYS_fsync, file));
     });
+}
+int flock(int file, int operation) noexcept {
+    if (!environment("TD_FAULT_NO_LOCKS").empty() && disk().concerns(path_of(file))) {
+        errno = ENOLCK;
+        return -1;
+    }
+    return static_cast<int>(::syscall(SYS_flock, file, operation));
 }
 int fdatasync(int file) {
     return ::fsync(file);

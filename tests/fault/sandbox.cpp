@@ -146,6 +146,9 @@ std::vector<std::string> Sandbox::environment(const std::string& plan, Counted c
     if (apart_) {
         variables.emplace_back("TD_FAULT_APART=1");
     }
+    if (without_locks_) {
+        variables.emplace_back("TD_FAULT_NO_LOCKS=1");
+    }
     if (counted == Counted::reads) {
         variables.emplace_back("TD_FAULT_READS=1");
     }

@@ -44,6 +44,8 @@ public:
 
     // From now on every folder is a file system of its own.
     void set_apart() { apart_ = true; }
+    // From now on the file system knows no locks.
+    void set_without_locks() { without_locks_ = true; }
 
 private:
     Outcome run_words(std::vector<std::string> words, const std::string& input,
@@ -53,5 +55,5 @@ private:
 
     support::TempFolder folder_;
     std::filesystem::path root_;
-    bool apart_ = false;
+    bool apart_ = false, without_locks_ = false;
 };

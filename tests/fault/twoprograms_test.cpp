@@ -80,4 +80,17 @@ TEST_F(TwoPrograms, on_one_model_lose_no_update) {
     }
 }
 
+TEST_F(TwoPrograms, where_nothing_can_be_locked_a_command_says_so_at_once) {
+    const Contents before = box.all();
+    box.set_without_locks();
+    const auto begin = std::chrono::steady_clock::now();
+    const Outcome outcome = box.run("note set @m.td1 Rounds RIVER 1");
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
+    EXPECT_EQ(outcome.status, 3);
+    EXPECT_NE(outcome.err.find("cannot be locked: No locks available"), std::string::npos)
+        << outcome.err;
+    EXPECT_EQ(box.all(), before);
+    EXPECT_EQ(box.run("project show @m.td1 COLOR RIVER").status, 0);
+}
+
 } // namespace
