@@ -1,6 +1,6 @@
 #include "base/paths.h"
 
-#include "base/failure.h"
+#include "support/failureof.h"
 #include "support/tempfolder.h"
 
 #include <gtest/gtest.h>
@@ -80,12 +80,7 @@ TEST(ReplaceFile, leaves_nothing_behind_when_it_fails) {
     const support::TempFolder folder;
     fs::create_directory(folder.path() / "folder");
     const auto failure = [](const fs::path& file) {
-        try {
-            replace_file(file, "text");
-        } catch (const FileFailure& failed) {
-            return std::string(failed.what());
-        }
-        return std::string("no failure");
+        return support::failure_of([&] { replace_file(file, "text"); }, file);
     };
     EXPECT_EQ(failure(folder.path() / "folder"), "cannot be written: Is a directory");
     folder.write("file", "kept");

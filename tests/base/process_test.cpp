@@ -1,6 +1,6 @@
 #include "base/process.h"
 
-#include "base/failure.h"
+#include "support/failureof.h"
 #include "support/tempfolder.h"
 
 #include <gtest/gtest.h>
@@ -27,13 +27,7 @@ protected:
     Launch launch(const fs::path& file) { return {file, {}, folder.path(), output, false}; }
 
     void expect_failure(const Launch& launch, const std::string& what, const fs::path& file) {
-        try {
-            Process::start(launch);
-            FAIL() << what;
-        } catch (const FileFailure& failure) {
-            EXPECT_EQ(failure.what(), what);
-            EXPECT_EQ(failure.file(), file);
-        }
+        EXPECT_EQ(support::failure_of([&] { Process::start(launch); }, file), what);
     }
 
     const support::TempFolder folder;

@@ -1,6 +1,6 @@
 #include "base/textfile.h"
 
-#include "base/failure.h"
+#include "support/failureof.h"
 #include "support/tempfolder.h"
 
 #include <gtest/gtest.h>
@@ -10,22 +10,15 @@
 namespace {
 using namespace base;
 
-template <typename Action>
-std::string failure_of(Action action) {
-    try {
-        action();
-    } catch (const FileFailure& failure) {
-        return failure.file().filename().string() + ": " + failure.what();
-    }
-    return "no failure";
-}
+using support::failure_of;
 
 TEST(ReadBytes, names_what_the_system_says) {
     const support::TempFolder folder;
-    EXPECT_EQ(failure_of([&] { read_bytes(folder.path() / "none.trn"); }),
-              "none.trn: cannot be read: No such file or directory");
-    EXPECT_EQ(failure_of([&] { read_bytes(folder.path() / "."); }),
-              ".: cannot be read: Is a directory");
+    const std::filesystem::path none = folder.path() / "none.trn";
+    EXPECT_EQ(failure_of([&] { read_bytes(none); }, none),
+              "cannot be read: No such file or directory");
+    EXPECT_EQ(failure_of([&] { read_bytes(folder.path()); }, folder.path()),
+              "cannot be read: Is a directory");
 }
 
 TEST(ReadBytes, takes_files_of_any_size_whole) {
@@ -112,14 +105,15 @@ TEST(NumberReader, goes_on_with_the_next_line) {
 TEST(NumberReader, tells_where_the_file_ends) {
     const auto ended = [](std::string_view text) {
         NumberReader reader(text, "m.xy");
-        return failure_of([&] {
+        const auto read_on = [&] {
             while (true)
                 reader.next("the width of column 3");
-        });
+        };
+        return failure_of(read_on, "m.xy");
     };
-    EXPECT_EQ(ended(""), "m.xy: ends at line 1, where the width of column 3 was expected");
-    EXPECT_EQ(ended("1\n2\n"), "m.xy: ends at line 2, where the width of column 3 was expected");
-    EXPECT_EQ(ended("1\n2\n 3"), "m.xy: ends at line 3, where the width of column 3 was expected");
+    EXPECT_EQ(ended(""), "ends at line 1, where the width of column 3 was expected");
+    EXPECT_EQ(ended("1\n2\n"), "ends at line 2, where the width of column 3 was expected");
+    EXPECT_EQ(ended("1\n2\n 3"), "ends at line 3, where the width of column 3 was expected");
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 #include "convert/formula.h"
 
-#include "base/failure.h"
 #include "results/streamreader.h"
+#include "support/failureof.h"
 #include "support/scripteduser.h"
 #include "support/tempfolder.h"
 
@@ -23,12 +23,7 @@ protected:
         return {field.at(1, 1, 1), field.at(1, 1, 2)};
     }
     std::string failure_of(std::string_view formula) {
-        try {
-            value(formula);
-        } catch (const base::RangeFailure& failure) {
-            return failure.what();
-        }
-        return "";
+        return support::failure_of([&] { value(formula); });
     }
 
     support::TempFolder folder_;

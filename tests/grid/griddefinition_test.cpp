@@ -1,6 +1,7 @@
 #include "grid/griddefinition.h"
 
 #include "base/failure.h"
+#include "support/failureof.h"
 #include "testmodel.h"
 
 #include <numbers>
@@ -20,12 +21,7 @@ GridFile grid_of(std::vector<float> widths, std::vector<float> heights, int laye
 }
 
 std::string failure_of(std::string_view bytes) {
-    try {
-        GridFile::read(bytes, "m.xy");
-    } catch (const base::FileFailure& failure) {
-        return failure.what();
-    }
-    return "read";
+    return support::failure_of([&] { GridFile::read(bytes, "m.xy"); }, "m.xy");
 }
 
 core::Project project_at(float left, float top, double radians = 0) {

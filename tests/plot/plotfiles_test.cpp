@@ -6,9 +6,8 @@
 #include "plot/dxf.h"
 #include "plot/hpgl.h"
 #include "plot/strokefont.h"
+#include "support/failureof.h"
 #include "support/tempfolder.h"
-
-#include "base/failure.h"
 
 #include <gtest/gtest.h>
 
@@ -198,13 +197,8 @@ TEST(Font, is_read_back_as_strokes_and_says_what_is_wrong) {
     plot::Plot_Text(file, font, "A", {10, 90}, 14, 90);
     EXPECT_EQ(file.Plot_Close().substr(38),
               "PU10,10;PD12,17;PU14,10;PD16,17;PU10,10;PD-4,14;PU;SP0;");
-    const auto fault = [](const char* text) -> std::string {
-        try {
-            plot::StrokeFont::read(text, "f");
-        } catch (const base::FileFailure& failure) {
-            return failure.what();
-        }
-        return "none";
+    const auto fault = [](const char* text) {
+        return support::failure_of([&] { plot::StrokeFont::read(text, "f"); });
     };
     EXPECT_EQ(fault("65 4 1\n0 12 0"), "line 2: y has to be a whole number from 0 to 9");
     EXPECT_EQ(fault("65 4 1\n0"), "ends at line 2, where y was expected");

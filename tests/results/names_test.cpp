@@ -6,6 +6,7 @@
 #include "results/parameters.h"
 #include "results/streamreader.h"
 #include "smallstream.h"
+#include "support/failureof.h"
 #include "support/scripteduser.h"
 #include "support/tempfolder.h"
 
@@ -25,12 +26,7 @@ protected:
             stream, core::ModelFiles(folder_.path() / "m.td1", core::Access::read), user_);
     }
     std::string failure(const std::string& counters) {
-        try {
-            read(counters);
-        } catch (const base::FileFailure& failure) {
-            return failure.what();
-        }
-        return "";
+        return support::failure_of([&] { read(counters); });
     }
     void set_chemistry(int code) {
         core::Project project;

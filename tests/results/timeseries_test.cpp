@@ -1,6 +1,7 @@
 #include "results/timeseries.h"
 
 #include "results/names.h"
+#include "support/failureof.h"
 #include "support/scripteduser.h"
 #include "support/tempfolder.h"
 
@@ -31,12 +32,7 @@ protected:
         return LoadMatrix(bytes, "m.100", names, user);
     }
     std::string failure_of(const std::string& bytes, const StreamNames& names = {}) {
-        try {
-            load(bytes, names);
-        } catch (const base::FileFailure& failure) {
-            return failure.what();
-        }
-        return "";
+        return support::failure_of([&] { load(bytes, names); }, "m.100");
     }
     support::ScriptedUser user;
 };

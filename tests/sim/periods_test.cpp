@@ -4,6 +4,7 @@
 #include "base/numbertext.h"
 #include "base/textfile.h"
 #include "sim/settingsmodel.h"
+#include "support/failureof.h"
 
 #include <gtest/gtest.h>
 
@@ -30,13 +31,7 @@ PeriodTable two_periods() {
 
 std::string failure_of(PeriodTable (*read)(std::string_view, const std::filesystem::path&),
                        std::string_view bytes) {
-    try {
-        read(bytes, "m.trn");
-    } catch (const base::FileFailure& failure) {
-        EXPECT_EQ(failure.file(), "m.trn");
-        return failure.what();
-    }
-    return "";
+    return support::failure_of([&] { read(bytes, "m.trn"); }, "m.trn");
 }
 
 PeriodTable read_parameters(std::string_view bytes, const std::filesystem::path& file) {

@@ -1,8 +1,8 @@
 #include "sim/reinjection.h"
 
 #include "base/binaryio.h"
-#include "base/failure.h"
 #include "core/modelflags.h"
+#include "support/failureof.h"
 
 #include <gtest/gtest.h>
 
@@ -20,12 +20,7 @@ std::string count_only(std::int32_t count) {
 }
 
 std::string failure_of(std::string_view bytes) {
-    try {
-        ReinjectionTable::read(bytes, "m.sco");
-    } catch (const base::FileFailure& failure) {
-        return failure.what();
-    }
-    return "";
+    return support::failure_of([&] { ReinjectionTable::read(bytes, "m.sco"); }, "m.sco");
 }
 
 TEST(ReinjectionTable, SpeciesPlusOneThenRowsOfSingles) {

@@ -3,6 +3,7 @@
 #include "base/failure.h"
 #include "base/textfile.h"
 #include "sim/settingsmodel.h"
+#include "support/failureof.h"
 
 #include <gtest/gtest.h>
 
@@ -19,13 +20,7 @@ std::string lines_of(int count, std::string_view line) {
 }
 
 std::string failure_of(std::string_view bytes) {
-    try {
-        RockFile::read(bytes, "m.mco");
-    } catch (const base::FileFailure& failure) {
-        EXPECT_EQ(failure.file(), "m.mco");
-        return failure.what();
-    }
-    return "";
+    return support::failure_of([&] { RockFile::read(bytes, "m.mco"); }, "m.mco");
 }
 
 constexpr std::string_view quartz =

@@ -2,24 +2,17 @@
 
 #include "base/failure.h"
 #include "sim/settingsmodel.h"
+#include "support/failureof.h"
 
 #include <gtest/gtest.h>
 
 namespace sim {
 namespace {
 
+using support::failure_of;
+
 TracerTable read_table(std::string_view bytes) {
     return TracerTable::read(bytes, "m.ttc");
-}
-
-template <typename Read>
-std::string failure_of(Read read) {
-    try {
-        read();
-    } catch (const base::FileFailure& failure) {
-        return failure.what();
-    }
-    return "";
 }
 
 TEST(TracerTable, FiveLinesInPrintZones) {

@@ -2,6 +2,7 @@
 
 #include "base/failure.h"
 #include "sim/settingsmodel.h"
+#include "support/failureof.h"
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>
@@ -15,13 +16,7 @@ constexpr const char* new_model = "-----\r\n----\r\n1.0\r\n2.0\r\n10.0\r\n123456
                                   "0.08\r\n0.0\r\n1.0E-10\r\n998.0\r\n";
 
 std::string failure_of(std::string_view bytes) {
-    try {
-        TypFile::read(bytes, "m.typ");
-    } catch (const base::FileFailure& failure) {
-        EXPECT_EQ(failure.file(), "m.typ");
-        return failure.what();
-    }
-    return "";
+    return support::failure_of([&] { TypFile::read(bytes, "m.typ"); }, "m.typ");
 }
 
 TEST(TypFile, MissingFileCountsAsTheLinesOfANewModel) {
