@@ -7,7 +7,6 @@
 #include "core/project.h"
 #include "input/compact.h"
 #include "input/creation.h"
-#include "input/steuerzeichen.h"
 #include "sim/rockfile.h"
 
 #include <fmt/format.h>
@@ -110,7 +109,7 @@ using ZoneTexts = std::array<std::string, sim::PropertyZonesMax>;
 ZoneTexts zone_texts(const sim::RockFile& rock, const ZoneProperty& property) {
     ZoneTexts texts;
     for (int zone = 1; zone <= sim::PropertyZonesMax; ++zone) {
-        const std::string field = first_piece(rock.field(property.line, zone));
+        const std::string field = rock.field(property.line, zone);
         const bool pointed = field.find('.') != std::string::npos;
         texts[static_cast<std::size_t>(zone - 1)] =
             field + (pointed ? property.with_point : property.without_point);

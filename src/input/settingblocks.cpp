@@ -7,7 +7,6 @@
 #include "core/project.h"
 #include "input/compact.h"
 #include "input/creation.h"
-#include "input/steuerzeichen.h"
 #include "sim/continua.h"
 
 #include <fmt/format.h>
@@ -48,7 +47,7 @@ void KOPPX_FLAG(Creation& creation) {
 void KOPPX_FIELD(Creation& creation) {
     std::string line;
     for (const auto& [key, initial] : water_properties) {
-        const std::string value = first_piece(core::Get_IZV_Data(creation.files, "koppx", key));
+        const std::string value = core::Get_IZV_Data(creation.files, "koppx", key);
         line += (value.empty() ? initial : value) + " ";
     }
     creation.stream.text_line(line);

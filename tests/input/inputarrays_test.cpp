@@ -1,6 +1,5 @@
 #include "input/inputarrays.h"
 
-#include "core/notes.h"
 #include "input/smallmodel.h"
 #include "sim/rockfile.h"
 #include "sim/transport.h"
@@ -65,20 +64,6 @@ TEST(InputArrays, zone_values_fold_by_their_texts) {
     EXPECT_EQ(model.line("GEOLOGY"), "1 2 2*3 ");
     EXPECT_EQ(model.line("RHOCM"), "2*2.E6 2*2.0E6 ");
     EXPECT_EQ(model.line("WLFM0"), "3.1 3*3.1 "); // the first cell stands alone
-}
-
-// The stream's readers separate numbers by commas, too: a decimal comma ends the number.
-TEST(InputArrays, a_decimal_comma_does_not_become_a_second_number) {
-    SmallModel model(2, 1, 1);
-    sim::RockFile rock;
-    rock.set_field(sim::rock::RhoCm, 1, "2,06");
-    rock.set_field(sim::rock::Cond, 1, "2,9");
-    rock.save(model.files);
-    core::Save_IZV_Data(model.files, "koppx", "Density", "\t990,5");
-    model.create();
-    EXPECT_EQ(model.line("RHOCM"), "2*2.E6 ");
-    EXPECT_EQ(model.line("WLFM0"), "2*2. ");
-    EXPECT_EQ(model.line("KOPPX_FIELD"), "990 0.61 4.5E-10 4179.0 8.9E-04 ");
 }
 
 TEST(InputArrays, tracers_come_by_zones_or_from_their_arrays) {
