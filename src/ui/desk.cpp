@@ -3,12 +3,20 @@
 #include "app/newmodel.h"
 #include "app/openmodel.h"
 #include "app/saveas.h"
+#include "core/modelturn.h"
 
 #include <QCoreApplication>
 
 #include <utility>
 
 namespace ui {
+
+namespace {
+
+// For the command of another program on the model; nothing is painted meanwhile.
+constexpr std::chrono::seconds patience{2};
+
+} // namespace
 
 Desk::Desk(base::Interaction& user, Folders folders) : user_(user), folders_(std::move(folders)) {}
 
@@ -54,8 +62,10 @@ bool Desk::create(const std::filesystem::path& path) {
 
 bool Desk::open(const std::filesystem::path& path, std::optional<grid::Recovery> recovery) {
     bool done = false;
-    attempt("Open_Model(FileName)",
-            [&] { done = take(app::open_model(path, user_, folders_.settings, recovery)); });
+    attempt("Open_Model(FileName)", [&] {
+        core::wait_for_turn(path, patience);
+        done = take(app::open_model(path, user_, folders_.settings, recovery));
+    });
     return done;
 }
 
@@ -94,6 +104,7 @@ void Desk::reload() {
 }
 
 std::optional<app::Workspace> Desk::load_to_write() {
+    core::wait_for_turn(model_->Model_Path(), patience);
     app::Loaded loaded = app::load_model(model_->Model_Path(), core::Access::write);
     if (loaded.refusal) {
         base::show(user_, *loaded.refusal);
@@ -203,7 +214,10 @@ bool Desk::go_over(std::string_view signature,
         return false;
     }
     std::optional<base::Refusal> refusal;
-    const report::Outcome outcome = attempt(signature, [&] { refusal = ((*history_).*step)(); });
+    const report::Outcome outcome = attempt(signature, [&] {
+        core::wait_for_turn(model_->Model_Path(), patience);
+        refusal = ((*history_).*step)();
+    });
     if (refusal) {
         base::show(user_, *refusal);
     }

@@ -1,6 +1,9 @@
 #include "deskfixture.h"
 
+#include "core/modelfiles.h"
 #include "core/project.h"
+
+#include <chrono>
 
 namespace {
 
@@ -17,6 +20,18 @@ TEST_F(DeskFixture, a_new_model_is_open_and_named_in_the_title) {
 TEST_F(DeskFixture, a_command_of_a_model_needs_one) {
     user.expect_message("Message", "Create or Open a TD-model first.");
     window.run_command("mnuTypeSettings");
+}
+
+TEST_F(DeskFixture, a_model_that_another_program_edits_is_told_before_the_window_seems_dead) {
+    make_model(3, 2);
+    const core::ModelFiles other(model_path(), core::Access::write);
+    const auto begin = std::chrono::steady_clock::now();
+    user.expect_failure("is in use by another program", base::Reaction::leave);
+    EXPECT_FALSE(desk.open(model_path()));
+    user.expect_failure("is in use by another program", base::Reaction::leave);
+    EXPECT_FALSE(desk.begin_session("edit()", "Temperature"));
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10));
+    EXPECT_TRUE(desk.model());
 }
 
 class Session : public DeskFixture {
