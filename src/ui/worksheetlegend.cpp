@@ -33,29 +33,73 @@ QStringList scale_texts(const WorksheetPicture& picture) {
     return texts;
 }
 
+bool has_scale(const WorksheetPicture& picture) {
+    return picture.colours != CellColours::classes && !picture.cell_classes.empty();
+}
+
+// What the legend needs for its texts, in pixels.
+class Measure {
+public:
+    Measure(const WorksheetPicture& picture, const std::vector<LegendRow>& rows, const QFont& font)
+        : picture_(picture), rows_(rows), metrics_(font) {}
+
+    double line() const { return metrics_.height() * 1.25; }
+    double gap() const { return line() / 2; }
+    double scale_height() const { return has_scale(picture_) ? 6.75 * line() : 0; }
+
+    // In the upper right corner of the area; empty when there is nothing to explain.
+    QRectF box(const QRectF& area) const {
+        if (rows_.empty() && !has_scale(picture_)) {
+            return {};
+        }
+        const QSizeF size(width(),
+                          scale_height() + (static_cast<double>(rows_.size()) + 1) * line());
+        return {QPointF(area.right() - size.width() - gap(), area.top() + gap()), size};
+    }
+
+private:
+    double width() const {
+        // The same for all layers of an item, as far as their texts allow.
+        double width = row_width("+0.000e+00");
+        if (has_scale(picture_)) {
+            width = std::max(width, metrics_.horizontalAdvance(picture_.scale_title));
+        }
+        for (const LegendRow& row : rows_) {
+            width = std::max(width, row_width(row.text));
+        }
+        return width + line();
+    }
+    double row_width(const QString& text) const {
+        return 1.5 * line() + metrics_.horizontalAdvance(text);
+    }
+
+    const WorksheetPicture& picture_;
+    const std::vector<LegendRow>& rows_;
+    QFontMetricsF metrics_;
+};
+
 class Legend {
 public:
     Legend(QPainter& painter, const WorksheetPicture& picture, const WorksheetInks& inks)
         : painter_(painter), picture_(picture), inks_(inks), rows_(rows_of(picture, inks)),
-          metrics_(painter.font()), line_(metrics_.height() * 1.25),
-          has_scale_(picture.colours != CellColours::classes && !picture.cell_classes.empty()) {}
+          metrics_(painter.font()), measure_(picture, rows_, painter.font()),
+          line_(measure_.line()) {}
 
     void draw(const QRectF& area) {
-        if (rows_.empty() && !has_scale_) {
+        const QRectF box = measure_.box(area);
+        if (box.isEmpty()) {
             return;
         }
-        const QSizeF size = this->size();
-        const double gap = line_ / 2;
-        const QRectF box(QPointF(area.right() - size.width() - gap, area.top() + gap), size);
+        const double gap = measure_.gap();
         QColor ground = inks_.ground;
         ground.setAlpha(230);
         painter_.setPen(QPen(inks_.frame, 0));
         painter_.setBrush(ground);
         painter_.drawRect(box);
         QPointF at = box.topLeft() + QPointF(gap, gap);
-        if (has_scale_) {
+        if (has_scale(picture_)) {
             draw_scale(at);
-            at.ry() += scale_height();
+            at.ry() += measure_.scale_height();
         }
         for (const LegendRow& row : rows_) {
             draw_row(row, at);
@@ -64,19 +108,6 @@ public:
     }
 
 private:
-    double scale_height() const { return has_scale_ ? 6.75 * line_ : 0; }
-
-    QSizeF size() const {
-        double width = has_scale_ ? metrics_.horizontalAdvance(picture_.scale_title) : 0;
-        for (const QString& text : has_scale_ ? scale_texts(picture_) : QStringList()) {
-            width = std::max(width, 1.5 * line_ + metrics_.horizontalAdvance(text));
-        }
-        for (const LegendRow& row : rows_) {
-            width = std::max(width, 1.5 * line_ + metrics_.horizontalAdvance(row.text));
-        }
-        return {width + line_, scale_height() + (static_cast<double>(rows_.size()) + 1) * line_};
-    }
-
     void draw_scale(QPointF at) {
         painter_.setPen(inks_.text);
         painter_.drawText(at + QPointF(0, metrics_.ascent()), picture_.scale_title);
@@ -118,11 +149,20 @@ private:
     const WorksheetInks& inks_;
     std::vector<LegendRow> rows_;
     QFontMetricsF metrics_;
+    Measure measure_;
     double line_;
-    bool has_scale_;
 };
 
 } // namespace
+
+QRectF legend_box(const QRectF& area, const WorksheetPicture& picture, const QFont& font) {
+    const std::vector<LegendRow> rows = rows_of(picture, WorksheetInks(QPalette()));
+    const Measure measure(picture, rows, font);
+    const QRectF box = measure.box(area);
+    return box.isEmpty()
+               ? box
+               : box.adjusted(-measure.gap(), -measure.gap(), measure.gap(), measure.gap());
+}
 
 void draw_legend(QPainter& painter, const QRectF& area, const WorksheetPicture& picture,
                  const WorksheetInks& inks) {

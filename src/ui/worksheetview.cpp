@@ -7,9 +7,11 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QShortcut>
+#include <QToolTip>
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 namespace ui {
 
@@ -25,6 +27,25 @@ bool same_mesh(const WorksheetPicture* a, const WorksheetPicture* b) {
     };
     return a && b && a->grid.Column_Width == b->grid.Column_Width &&
            a->grid.Row_Height == b->grid.Row_Height && placed_alike();
+}
+
+// A step to another layer must not move the grid because its legend is shorter.
+bool same_item(const WorksheetPicture* a, const WorksheetPicture* b) {
+    return same_mesh(a, b) && a->scale_title == b->scale_title && a->colours == b->colours;
+}
+
+QRectF grid_box(const grid::WorksheetDisplay& display, const grid::GridFile& grid) {
+    const auto extent = [](const auto& sizes) {
+        return std::accumulate(sizes.begin(), sizes.end(), 0.);
+    };
+    const double right = extent(grid.Column_Width), bottom = extent(grid.Row_Height);
+    QPolygonF corners;
+    for (const grid::GridPosition::Point corner :
+         {grid::GridPosition::Point{0, 0}, {right, 0}, {right, bottom}, {0, bottom}}) {
+        const grid::Pixel pixel = display.pixel(corner);
+        corners.append({pixel.x, pixel.y});
+    }
+    return corners.boundingRect();
 }
 
 } // namespace
@@ -58,12 +79,17 @@ void WorksheetView::set_input(WorksheetInput* input) {
 void WorksheetView::set_picture(std::shared_ptr<const WorksheetPicture> picture,
                                 const QString& hint) {
     const bool same = same_mesh(picture_.get(), picture.get());
+    const double kept = same_item(picture_.get(), picture.get()) ? legend_margin_ : 0;
     picture_ = std::move(picture);
     hint_ = hint;
     marked_.clear();
+    QToolTip::hideText(); // it told the values of the picture before
     if (!same) {
         overlay_ = {};
         show_all();
+    } else if (const double margin = std::max(kept, margin_for_legend(whole_size()));
+               zoom_ <= 1 && margin != legend_margin_) {
+        fit(margin);
     }
     redraw();
     emit picture_changed();
@@ -99,22 +125,46 @@ void WorksheetView::show_all() {
     fit();
 }
 
-// The whole grid in the viewport, and the shown part of it.
 void WorksheetView::fit() {
+    fit(margin_for_legend(whole_size()));
+}
+
+// The whole grid in the viewport beside the legend, and the shown part of it.
+void WorksheetView::fit(double margin) {
+    legend_margin_ = margin;
     whole_.reset();
     shown_.reset();
     if (picture_) {
-        // Scroll bars come and go with the zoom; the whole is that of a view without them.
-        const QSize size = maximumViewportSize().expandedTo(QSize(1, 1));
-        whole_.emplace(mode_, picture_->grid, *picture_->position, size.width(), size.height());
+        whole_ = whole_in(whole_size(), margin);
     }
     place();
 }
 
+grid::WorksheetDisplay WorksheetView::whole_in(QSizeF size, double margin) const {
+    return {mode_, picture_->grid, *picture_->position, std::max(size.width() - margin, 1.),
+            std::max(size.height(), 1.)};
+}
+
+// Nothing where the grid does not reach below the legend, or would become too small beside it.
+double WorksheetView::margin_for_legend(QSizeF size) const {
+    if (!legend_shown_ || !picture_) {
+        return 0;
+    }
+    const QRectF legend = legend_box(QRectF(QPointF(), size), *picture_, font());
+    const bool covers = legend.intersects(grid_box(whole_in(size, 0), picture_->grid));
+    return covers && legend.width() < size.width() / 3 ? legend.width() : 0;
+}
+
+// That of the viewport without scroll bars, which come and go with the zoom.
+QSizeF WorksheetView::whole_size() const {
+    return contentsRect().size();
+}
+
 void WorksheetView::place() {
-    const QSizeF size = maximumViewportSize();
-    const QPointF most((zoom_ - 1) * size.width(), (zoom_ - 1) * size.height());
-    offset_ = {std::clamp(offset_.x(), 0., most.x()), std::clamp(offset_.y(), 0., most.y())};
+    show_scroll_bars();
+    const QSizeF most = zoom_ * whole_size() - viewport()->size();
+    offset_ = {std::clamp(offset_.x(), 0., std::max(most.width(), 0.)),
+               std::clamp(offset_.y(), 0., std::max(most.height(), 0.))};
     if (whole_) {
         shown_ = whole_;
         shown_->zoom({0, 0}, zoom_);
@@ -124,13 +174,18 @@ void WorksheetView::place() {
     redraw();
 }
 
-void WorksheetView::place_scroll_bars() {
+void WorksheetView::show_scroll_bars() {
     placing_ = true;
-    const QSizeF size = maximumViewportSize();
     const Qt::ScrollBarPolicy policy =
         zoom_ > 1 && picture_ ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff;
     setHorizontalScrollBarPolicy(policy);
     setVerticalScrollBarPolicy(policy);
+    placing_ = false;
+}
+
+void WorksheetView::place_scroll_bars() {
+    placing_ = true;
+    const QSizeF size = whole_size();
     const auto set = [&](QScrollBar* bar, double extent, int page, double value) {
         bar->setRange(0, std::max(0, static_cast<int>(std::ceil(zoom_ * extent)) - page));
         bar->setPageStep(page);
@@ -241,6 +296,9 @@ void WorksheetView::show_cell(grid::CellIndex cell) {
 
 void WorksheetView::show_legend(bool on) {
     legend_shown_ = on;
+    if (zoom_ <= 1) {
+        fit();
+    }
     viewport()->update();
     emit legend_changed();
 }
@@ -330,8 +388,7 @@ void WorksheetView::paint_to(QPainter& painter, const QRectF& area) const {
     if (!picture_) {
         return;
     }
-    const grid::WorksheetDisplay whole(mode_, picture_->grid, *picture_->position, area.width(),
-                                       area.height());
+    const grid::WorksheetDisplay whole = whole_in(area.size(), margin_for_legend(area.size()));
     const QPalette paper(Qt::black, Qt::white);
     WorksheetInks inks(paper);
     const QTransform to_area =

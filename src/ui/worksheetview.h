@@ -136,7 +136,12 @@ protected:
 
 private:
     void fit();
+    void fit(double margin);
+    grid::WorksheetDisplay whole_in(QSizeF size, double margin) const;
+    double margin_for_legend(QSizeF size) const;
+    QSizeF whole_size() const;
     void place();
+    void show_scroll_bars();
     void place_scroll_bars();
     void redraw();
     void draw_overlay(QPainter& painter) const;
@@ -159,6 +164,7 @@ private:
     QImage buffer_;
     bool stale_ = true;
     bool legend_shown_ = false;
+    double legend_margin_ = 0; // pixels at the right of the whole grid
     bool rectangle_mode_ = false;
     std::optional<QPointF> rectangle_from_, pan_from_;
     QPointF rectangle_to_;

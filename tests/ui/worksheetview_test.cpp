@@ -2,6 +2,7 @@
 
 #include "core/project.h"
 #include "plot/contourlevels.h"
+#include "ui/worksheetlegend.h"
 #include "ui/worksheetpainter.h"
 
 #include <gtest/gtest.h>
@@ -143,6 +144,20 @@ TEST_F(View, a_drag_zooms_and_zoom_out_shows_all) {
     }
 }
 
+TEST_F(View, scroll_bars_reach_all_of_the_whole_and_leave_no_trace) {
+    show_board(20, 10);
+    const QPointF corner = view.pixel_of({200, 100});
+    const Point end = view.local_of(QPointF(view.width(), view.height()));
+    view.zoom({10, 10}, 10);
+    view.horizontalScrollBar()->setValue(view.horizontalScrollBar()->maximum());
+    view.verticalScrollBar()->setValue(view.verticalScrollBar()->maximum());
+    const Point seen = view.local_of(QPointF(view.viewport()->width(), view.viewport()->height()));
+    EXPECT_NEAR(seen.x, end.x, 2 * view.pixel_size());
+    EXPECT_NEAR(seen.y, end.y, 2 * view.pixel_size());
+    view.show_all();
+    EXPECT_EQ(view.pixel_of({200, 100}), corner);
+}
+
 TEST_F(View, the_wheel_with_Ctrl_zooms_about_the_pointer_and_the_middle_button_pans) {
     show_board(40, 30);
     const QPoint at = view.cell_centre(30, 7);
@@ -250,6 +265,32 @@ TEST(scale_colour, ends_and_middle_of_the_scales) {
     EXPECT_EQ(ui::scale_colour(ui::CellColours::viridis, 0), qRgb(0x44, 0x01, 0x54));
     EXPECT_EQ(ui::scale_colour(ui::CellColours::viridis, 1), qRgb(0xFD, 0xE7, 0x25));
     EXPECT_EQ(ui::scale_colour(ui::CellColours::diverging, 0.5), qRgb(0xF2, 0xF2, 0xF2));
+}
+
+TEST_F(View, TheWholeGridLiesBesideTheLegendAndStaysWhereTheLegendCoversNothing) {
+    const auto show_with_legend = [this](int NX, int NY, std::vector<ui::LegendRow> legend) {
+        show_board(NX, NY);
+        auto picture = std::make_shared<ui::WorksheetPicture>(*board);
+        picture->legend = std::move(legend);
+        view.set_picture(picture);
+        return QRectF(ui::legend_box(view.viewport()->rect(), *picture, view.font()));
+    };
+    const auto right_edge = [this] { return view.pixel_of({10. * board->grid.NX, 0}).x(); };
+    view.show_legend(true);
+    const QRectF box = show_with_legend(40, 30, {{Qt::red, "Fixed head"}});
+    EXPECT_LT(right_edge(), box.left());
+    EXPECT_GT(right_edge(), box.left() - view.width() / 10.);
+    // The next layer has nothing to explain; the grid does not jump.
+    const double before = right_edge();
+    auto next = std::make_shared<ui::WorksheetPicture>(*board);
+    view.set_picture(next);
+    EXPECT_EQ(right_edge(), before);
+    view.show_legend(false);
+    EXPECT_GT(right_edge(), box.left());
+
+    view.show_legend(true);
+    show_with_legend(10, 30, {{Qt::red, "Fixed head"}});
+    EXPECT_NEAR(view.pixel_of({50, 0}).x(), view.viewport()->width() / 2., 1);
 }
 
 } // namespace
