@@ -9,6 +9,7 @@
 #include "ui/editorpictures.h"
 #include "ui/mainwindow.h"
 #include "ui/meshsession.h"
+#include "ui/statuspanes.h"
 #include "ui/text.h"
 #include "ui/worksheetsession.h"
 
@@ -165,7 +166,7 @@ void Editor::end() {
     if (was_open) {
         view.set_display(grid::DisplayMode::world);
         view.show_all();
-        desk_.user().status("");
+        window_.panes().set_hint({});
     }
     desk_.end_session();
     if (was_open) {

@@ -7,6 +7,7 @@
 #include "ui/editor.h"
 #include "ui/editorpictures.h"
 #include "ui/mainwindow.h"
+#include "ui/statuspanes.h"
 #include "ui/text.h"
 #include "ui/viewmenu.h"
 
@@ -23,6 +24,11 @@ namespace ui {
 namespace {
 
 constexpr double degree = std::numbers::pi / 180;
+
+// Of the tools, in their order.
+constexpr const char* hints[] = {"",
+                                 "Rotate grid; Drag = Turn round its upper left corner; Esc = End",
+                                 "Shift grid; Drag = Move; Esc = End"};
 
 } // namespace
 
@@ -240,7 +246,7 @@ void MeshSession::choose(Tool tool) {
     if (tool_ != Tool::none) {
         place_.window.view().set_display(grid::DisplayMode::world);
     }
-    place_.desk.user().status("");
+    place_.window.panes().set_hint(hints[static_cast<std::size_t>(tool_)]);
     show_overlay();
     place_.changed();
 }
@@ -266,9 +272,9 @@ void MeshSession::move(const WorksheetPointer& pointer) {
         return;
     }
     const Placement target = dragged_to(pointer);
-    place_.desk.user().status(tool_ == Tool::rotate
-                                  ? fmt::format("Angle = {:.1f}", target.angle)
-                                  : fmt::format("X = {:.7g}; Y = {:.7g}", target.left, target.top));
+    place_.window.panes().set_hint(to_qt(
+        tool_ == Tool::rotate ? fmt::format("Angle = {:.1f}", target.angle)
+                              : fmt::format("X = {:.7g}; Y = {:.7g}", target.left, target.top)));
     show_overlay(target);
 }
 

@@ -29,7 +29,10 @@ public:
         return {std::max(width(usual_), whole_ ? width(text()) : 0), QLabel::sizeHint().height()};
     }
     QSize minimumSizeHint() const override {
-        return {fontMetrics().averageCharWidth() * 3, QLabel::minimumSizeHint().height()};
+        // In a narrow window the long texts give way to the numbers.
+        const int least = fontMetrics().averageCharWidth() * 3;
+        return {whole_ || usual_.isEmpty() ? least : sizeHint().width(),
+                QLabel::minimumSizeHint().height()};
     }
 
 protected:
@@ -125,6 +128,11 @@ void StatusPanes::set_progress(const QString& text) {
     show_text();
 }
 
+void StatusPanes::set_hint(const QString& text) {
+    hint_ = text;
+    show_text();
+}
+
 void StatusPanes::set_tip(const QString& text) {
     tip_ = text;
     show_text();
@@ -136,7 +144,12 @@ void StatusPanes::set_result(const QString& text) {
 }
 
 void StatusPanes::show_text() {
-    set(4, !tip_.isEmpty() ? tip_ : !progress_.isEmpty() ? progress_ : result_);
+    for (const QString* text : {&tip_, &progress_, &hint_, &result_}) {
+        if (!text->isEmpty()) {
+            return set(4, *text);
+        }
+    }
+    set(4, {});
 }
 
 void StatusPanes::set_values(const QString& text) {

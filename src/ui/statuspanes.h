@@ -28,6 +28,10 @@ public:
     // What has come of the last operation: shown while there is no progress, until the next one.
     void set_result(const QString& text);
 
+    // What the chosen tool of the editor does, shown while there is no progress; stays until it is
+    // changed.
+    void set_hint(const QString& text);
+
     // Covers the progress text until it is empty again: what the pointer rests on.
     void set_tip(const QString& text);
 
@@ -38,6 +42,7 @@ private:
     std::array<QLabel*, 5> texts_{};
     QProgressBar* meter_ = nullptr;
     QString progress_;
+    QString hint_;
     QString result_;
     QString tip_;
 };

@@ -22,6 +22,8 @@ constexpr int wells = 11;
 
 constexpr const char* digitizer_hint =
     "Digitizer; Left Mouse Button = Digitize; Ctrl+Left Mouse Button = Erase";
+constexpr const char* zone_hint =
+    "Zone; Left Mouse Button = Node, on Node 1 = Close; Right Mouse Button = Abort";
 
 } // namespace
 
@@ -253,7 +255,7 @@ std::span<const WorksheetSession::Command> WorksheetSession::commands() {
         {"tool_digitizer",
          [](Session& s) {
              s.digitizing_ = !s.digitizing_;
-             s.place_.desk.user().status(s.digitizing_ ? digitizer_hint : "");
+             s.place_.window.panes().set_hint(s.digitizing_ ? digitizer_hint : "");
          }},
         {"tool_undo", [](Session& s) { s.go_back(true); }},
         {"tool_redo", [](Session& s) { s.go_back(false); }},
@@ -296,6 +298,9 @@ void WorksheetSession::set_mode(grid::EditorState mode) {
     drop_open_zone();
     zones_.Zone_Current = 0;
     worksheet_->Editor_State = mode;
+    place_.window.panes().set_hint(mode == grid::EditorState::zone ? zone_hint
+                                   : digitizing_                   ? digitizer_hint
+                                                                   : "");
     redraw();
 }
 

@@ -368,8 +368,7 @@ TEST_F(EditorCells, points_are_digitized_and_erased) {
     open("run_digitizer");
     EXPECT_TRUE(action("value_points").isEnabled());
     tool("digitizer");
-    EXPECT_EQ(user.statuses().back(),
-              "Digitizer; Left Mouse Button = Digitize; Ctrl+Left Mouse Button = Erase");
+    EXPECT_EQ(pane(4), "Digitizer; Left Mouse Button = Digitize; Ctrl+Left Mouse Button = Erase");
     click(cell(2, 2));
     click(cell(4, 3));
     ASSERT_EQ(sheet().points().size(), 2U);
