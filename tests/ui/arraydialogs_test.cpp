@@ -11,6 +11,8 @@
 #include <QSpinBox>
 #include <QTest>
 
+#include <set>
+
 namespace {
 
 using support::click;
@@ -226,6 +228,12 @@ TEST_F(SearchDialog, rules_go_to_files_and_back) {
     user.expect_message("Load Trace File", other.string() + " is not a trace file!");
     user.expect_file("Load Trace File", kept);
     search([&](QDialog& dialog, QTableView& table) {
+        std::set<int> colours;
+        for (int row = 0; row < 50; ++row) {
+            colours.insert(table.model()->index(row, 1).data(ui::colour_role).toInt());
+        }
+        EXPECT_EQ(colours.size(), 50U); // nobody has chosen any
+        EXPECT_FALSE(colours.contains(0));
         type_cell(table, 3, 50, "1e39");
         EXPECT_EQ(cell_text(table, 3, 50), "0");
         type_cell(table, 3, 50, "1e38");

@@ -1,6 +1,7 @@
 #include "ui/dialogs/rulemodel.h"
 
 #include "base/numbertext.h"
+#include "plot/colourtable.h"
 #include "ui/cellroles.h"
 #include "ui/colourcells.h"
 #include "ui/text.h"
@@ -53,10 +54,37 @@ std::optional<grid::TraceOption> option_of(const QString& text) {
     return std::nullopt;
 }
 
+// Told apart from each other, from the ground and from inactive cells.
+constexpr plot::ColourBytes first_colours[] = {
+    {230, 159, 0},  {0, 114, 178}, {0, 158, 115},  {213, 94, 0},   {204, 121, 167},
+    {86, 180, 233}, {160, 32, 48}, {120, 94, 190}, {140, 110, 40}, {200, 200, 40},
+};
+
+bool is_empty(const grid::Trace_Row& row) {
+    return !row.active && row.colour == 0 && row.minimum == 0 && row.maximum == 0 &&
+           row.value == 0 && row.option == grid::TraceOption::display_only;
+}
+
+// Rules of one black show nothing: a row that nobody has filled has a colour of its own, paler from
+// ten rows to ten rows.
+void give_colours(grid::TraceRules& rules) {
+    constexpr std::size_t count = std::size(first_colours);
+    constexpr int shades = static_cast<int>(grid::TraceRules::row_count / count);
+    const std::int32_t white = plot::colour_of({255, 255, 255});
+    for (std::size_t n = 0; n < rules.rows.size(); ++n) {
+        if (is_empty(rules.rows[n])) {
+            const std::int32_t full = plot::colour_of(first_colours[n % count]);
+            const int shade = static_cast<int>(n / count);
+            rules.rows[n].colour = plot::blended(full, white, shade, shades + 1);
+        }
+    }
+}
+
 } // namespace
 
 void RuleModel::set_rules(const grid::TraceRules& rules) {
     rules_ = rules;
+    give_colours(rules_);
     emit dataChanged(index(0, 0), index(rowCount() - 1, column_count - 1));
 }
 

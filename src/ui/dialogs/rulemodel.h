@@ -15,6 +15,7 @@ public:
     using TableModel::TableModel;
 
     const grid::TraceRules& rules() const { return rules_; }
+    // Rows that are empty get a colour each.
     void set_rules(const grid::TraceRules& rules);
 
     int rowCount(const QModelIndex& parent = {}) const override;
