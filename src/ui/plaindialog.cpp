@@ -77,12 +77,15 @@ void collect_controls(const QWidget& parent, std::vector<QWidget*>& controls) {
     }
 }
 
-// Of radio buttons the chosen one.
-bool can_begin(const QWidget* control) {
+bool gives_way(const QWidget* control) {
     const auto* button = qobject_cast<const QRadioButton*>(control);
     const QButtonGroup* group = button ? button->group() : nullptr;
-    const bool other_is_chosen = group && group->checkedButton() && !button->isChecked();
-    return control->isEnabled() && !control->isHidden() && !other_is_chosen;
+    return group && group->checkedButton() && !button->isChecked();
+}
+
+// Of radio buttons the chosen one.
+bool can_begin(const QWidget* control) {
+    return control->isEnabled() && !control->isHidden() && !gives_way(control);
 }
 
 void put_cursor(QWidget* field) {
@@ -183,6 +186,13 @@ void PlainDialog::order_focus() {
     }
     for (std::size_t i = 1; i < controls.size(); ++i) {
         setTabOrder(controls[i - 1], controls[i]);
+    }
+    // Tab comes to the chosen radio button, as the toolkit keeps it from then on: Space on another
+    // one would choose that.
+    for (QWidget* const control : controls) {
+        if (gives_way(control)) {
+            control->setFocusPolicy(Qt::FocusPolicy(control->focusPolicy() & ~Qt::TabFocus));
+        }
     }
     if (start && !(focusWidget() && place->isAncestorOf(focusWidget()))) {
         put_cursor(start);

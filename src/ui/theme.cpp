@@ -1,6 +1,7 @@
 #include "ui/theme.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QPainter>
 #include <QPalette>
 #include <QProxyStyle>
@@ -41,7 +42,23 @@ constexpr Shade shades[] = {
 constexpr QPalette::ColorRole greyed[] = {QPalette::WindowText, QPalette::Text,
                                           QPalette::ButtonText};
 
-// The toolkit darkens the colour of the window for outlines, which is lost on a dark window.
+// Two arrows to the right: a bar that is too short for its entries has more of them.
+QPixmap extension_arrows(const QColor& colour) {
+    constexpr int side = 16, ratio = 3; // for all scales, made smaller
+    QPixmap picture(side * ratio, side * ratio);
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(colour, 1.5));
+    for (const double x : {3.5, 8.5}) {
+        painter.drawPolyline(QPolygonF({{x, 3.5}, {x + 4.5, 8}, {x, 12.5}}));
+    }
+    return picture;
+}
+
+// The toolkit darkens the colour of the window for outlines, which is lost on a dark window; so are
+// the black arrows of its bars.
 class DeskStyle : public QProxyStyle {
 public:
     DeskStyle() : QProxyStyle("Fusion") {}
@@ -53,6 +70,15 @@ public:
         if (is_dark && !shows_focus(element, option->state)) {
             draw_outline(element, *option, *painter);
         }
+    }
+
+    QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
+                       const QWidget* widget) const override {
+        if (icon != SP_ToolBarHorizontalExtensionButton) {
+            return QProxyStyle::standardIcon(icon, option, widget);
+        }
+        const QPalette palette = widget ? widget->palette() : QApplication::palette();
+        return extension_arrows(palette.color(QPalette::Active, QPalette::ButtonText));
     }
 
 private:

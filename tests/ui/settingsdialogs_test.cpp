@@ -388,6 +388,27 @@ TEST_F(SettingsDialogs, F1_shows_the_page_of_the_dialog) {
     });
 }
 
+TEST_F(SettingsDialogs, Tab_comes_to_the_chosen_one_of_radio_buttons) {
+    make_model();
+    in_dialog("mnuTypeSettings", "SimulationType", [](QDialog& dialog) {
+        press(dialog, "FluidFlowCheck");
+        press(dialog, "HeatCheck");
+        press(dialog, "HeatAdvection_2");
+        ok(dialog);
+    });
+    in_dialog("mnuTypeSettings", "SimulationType", [](QDialog& dialog) {
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        QStringList visited;
+        for (int n = 0; n < 12; ++n) {
+            visited.append(dialog.focusWidget()->objectName());
+            QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
+        }
+        EXPECT_TRUE(visited.contains("HeatAdvection_2"));
+        EXPECT_FALSE(visited.contains("HeatAdvection_0"));
+        press(dialog, "cmdCancel");
+    });
+}
+
 class ModelDimension : public SettingsDialogs {
 protected:
     void in_dimension(const std::function<void(QDialog&)>& work) {
