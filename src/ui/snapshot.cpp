@@ -15,10 +15,13 @@
 #include <QApplication>
 #include <QDialog>
 #include <QElapsedTimer>
+#include <QHeaderView>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSpinBox>
+#include <QTabWidget>
+#include <QTableView>
 #include <QTimer>
 
 namespace ui {
@@ -27,16 +30,37 @@ namespace {
 
 constexpr int settle_ms = 120; // until a window has its final layout
 
-void settle() {
+void wait(int ms) {
     QElapsedTimer time;
     time.start();
-    while (time.elapsed() < settle_ms) {
+    while (time.elapsed() < ms) {
         QCoreApplication::processEvents(QEventLoop::AllEvents, settle_ms);
     }
 }
 
+void settle() {
+    wait(settle_ms);
+}
+
+// Does what a step in a dialog says: presses a button ("cmdLoad"), chooses a page of tabs
+// ("Environment_Tabs=2") or clicks on a table's head ("TDBGrid2=0"). False for what there is not.
+bool take_step(const QDialog& dialog, const QString& step) {
+    const QString name = step.section('=', 0, 0);
+    const int number = step.section('=', 1).toInt();
+    if (auto* const button = dialog.findChild<QAbstractButton*>(name)) {
+        button->click();
+    } else if (auto* const tabs = dialog.findChild<QTabWidget*>(name)) {
+        tabs->setCurrentIndex(number);
+    } else if (auto* const table = dialog.findChild<QTableView*>(name)) {
+        emit table->horizontalHeader()->sectionClicked(number);
+    } else {
+        return false;
+    }
+    return true;
+}
+
 // Watches for modal windows while a command runs: answers questions, and takes the picture of the
-// first dialog when it is asked for one.
+// dialog in which no step is left to be taken, when it is asked for one.
 class Watcher {
 public:
     explicit Watcher(MainWindow& window) : window_(window) {
@@ -45,10 +69,13 @@ public:
     }
 
     // A command of the menus, or what else has a name: "tool_zone", "view_colours_viridis",
-    // "layer=6"; also the dialogs that no command opens by itself, "error_report" and
-    // "import_orientation". False for what there is not.
-    bool run(const QString& name, bool takes_picture) {
+    // "layer=6", "wait=5" (seconds); also the dialogs that no command opens by itself,
+    // "error_report" and "import_orientation". Behind it the steps in its dialogs, each after a
+    // ">". False for what there is not.
+    bool run(const QString& command, bool takes_picture) {
         takes_picture_ = takes_picture;
+        steps_ = command.split('>');
+        const QString name = steps_.takeFirst();
         if (find_command(from_qt(name))) {
             window_.run_command(from_qt(name));
         } else if (name == "error_report") {
@@ -58,18 +85,21 @@ public:
             choose_orientation(context);
         } else if (name.startsWith("layer=")) {
             window_.tools().layer_spin().setValue(name.section('=', 1).toInt());
+        } else if (name.startsWith("wait=")) {
+            wait(name.section('=', 1).toInt() * 1000);
         } else if (QAction* action = find_action(name)) {
             action->trigger();
         } else {
             return false;
         }
         settle();
-        return true;
+        return missing_.isEmpty();
     }
 
     void leave_editor() {
         answer_ = QMessageBox::No;
         takes_picture_ = false;
+        steps_ = {};
         if (window_.desk().editor_open()) {
             window_.editor().leave();
         }
@@ -102,12 +132,28 @@ private:
         if (auto* box = qobject_cast<QMessageBox*>(modal)) {
             press(*box);
         } else if (auto* dialog = qobject_cast<QDialog*>(modal)) {
+            if (!steps_.isEmpty()) {
+                // By an event of its own: while this one lasts, the timer rests.
+                QTimer::singleShot(0, dialog, [this, dialog] { go_on(*dialog); });
+                return;
+            }
             if (takes_picture_ && picture_.isNull()) {
                 picture_ = dialog->grab();
             }
             close(*dialog);
         } else if (modal) {
             modal->close();
+        }
+    }
+
+    void go_on(QDialog& dialog) {
+        if (!steps_.isEmpty()) {
+            const QString step = steps_.takeFirst();
+            if (!take_step(dialog, step)) {
+                steps_ = {};
+                missing_ = step;
+                takes_picture_ = false;
+            }
         }
     }
 
@@ -133,6 +179,8 @@ private:
     QTimer timer_;
     QMessageBox::StandardButton answer_ = QMessageBox::Yes;
     bool takes_picture_ = false;
+    QStringList steps_; // in the dialogs of the present command
+    QString missing_;   // a step that could not be taken
     QPixmap picture_;
     std::string refusal_;
 };
@@ -141,7 +189,7 @@ private:
 QWidget* other_window(const MainWindow& window) {
     for (QWidget* candidate : QApplication::topLevelWidgets()) {
         if (candidate != &window && candidate->isVisible() &&
-            candidate->windowType() == Qt::Window) {
+            (candidate->windowType() == Qt::Window || candidate->windowType() == Qt::Dialog)) {
             return candidate;
         }
     }

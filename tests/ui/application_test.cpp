@@ -122,6 +122,28 @@ TEST_F(DeskFixture, pictures_of_windows_are_written) {
     EXPECT_NE(ui::take_snapshot(window, "main", folder.path() / "no" / "a.png"), "");
 }
 
+TEST_F(DeskFixture, pictures_of_dialogs_that_a_dialog_opens_are_written) {
+    make_model(3, 2);
+    const auto file = folder.path() / "a.png";
+    const auto area = [&] {
+        const QSize size = QImage(QString::fromStdString(file.string())).size();
+        return size.width() * size.height();
+    };
+    EXPECT_EQ(ui::take_snapshot(window, "options_environment>Environment_Tabs=2", file), "");
+    const int outer = area();
+    EXPECT_EQ(
+        ui::take_snapshot(window, "options_environment>Environment_Tabs=2>cmdLabelFormat", file),
+        "");
+    EXPECT_LT(area(), outer / 2);
+    EXPECT_EQ(ui::take_snapshot(window, "options_environment>Environment_Tabs=2>TDBGrid2=0", file),
+              "");
+    EXPECT_LT(area(), outer / 2);
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    EXPECT_EQ(ui::take_snapshot(window, "options_environment>cmdNone", file),
+              "there is no dialog of options_environment>cmdNone");
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
 TEST_F(DeskFixture, the_manual_is_searched_over_all_of_its_pages) {
     folder.write("manual/README.md", "# First\n\nSee [heat](heat.md).\n");
     folder.write("manual/heat.md", "# Second\n\nThe word obsidian stands here.\n");
