@@ -172,8 +172,8 @@ void MainWindow::show_help(const QString& page) {
         manual_ = new ManualWindow(to_qt(*folder), owner);
         manual_->setAttribute(Qt::WA_DeleteOnClose);
     }
-    manual_->show_page(page);
     manual_->show();
+    manual_->show_page(page); // where it stands depends on the window's width
     manual_->raise();
     manual_->activateWindow();
 }

@@ -9,7 +9,9 @@
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
+#include <QTextBlock>
 #include <QTextBrowser>
+#include <QTextCursor>
 #include <QTextDocument>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -135,9 +137,30 @@ void ManualWindow::build_bar() {
 }
 
 void ManualWindow::show_page(const QString& page) {
-    const bool there = !page.isEmpty() && QFile::exists(QDir(folder_).filePath(page));
-    const QString file = QDir(folder_).filePath(there ? page : first_page);
+    const QString name = page.section('#', 0, 0), section = page.section('#', 1);
+    const bool there = !name.isEmpty() && QFile::exists(QDir(folder_).filePath(name));
+    const QString file = QDir(folder_).filePath(there ? name : first_page);
     browser_->setSource(QUrl::fromLocalFile(file), QTextDocument::MarkdownResource);
+    if (there && !section.isEmpty()) {
+        show_section(section);
+    }
+}
+
+// A section is a heading, or a paragraph that begins with its name in bold.
+void ManualWindow::show_section(const QString& name) {
+    QTextDocument& page = *browser_->document();
+    QTextCursor found(&page);
+    bool begins = false;
+    while (!begins && !found.isNull()) {
+        found = page.find(name, found, QTextDocument::FindCaseSensitively);
+        begins = found.charFormat().fontWeight() >= QFont::Bold &&
+                 found.selectionStart() == found.block().position();
+    }
+    if (!found.isNull()) {
+        found.setPosition(found.selectionStart());
+        browser_->moveCursor(QTextCursor::End); // so that it is scrolled to the upper edge
+        browser_->setTextCursor(found);
+    }
 }
 
 void ManualWindow::begin_search() {

@@ -20,13 +20,15 @@ class ManualWindow : public QMainWindow {
 public:
     explicit ManualWindow(const QString& folder, QWidget* parent = nullptr);
 
-    // Shows a page ("heat.md"); the first page of the manual when there is none of that name.
+    // Shows a page ("heat.md") or a section of it ("heat.md#Basal"); the first page of the manual
+    // when there is none of that name.
     void show_page(const QString& page);
     // Puts the focus into the search field.
     void begin_search();
 
 private:
     void build_bar();
+    void show_section(const QString& name);
     void find(bool backward);
     void find_on_other_pages(const QString& text);
 

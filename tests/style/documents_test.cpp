@@ -70,4 +70,23 @@ TEST(Documents, pages_of_the_manual_name_only_each_other_and_pictures) {
     }
 }
 
+// What F1 in a dialog opens: a heading, or a paragraph that begins with its name in bold.
+TEST(Documents, dialogs_name_sections_that_the_manual_has) {
+    static const std::regex place(R"re("([a-z]+\.md)#([^"]+)")re");
+    int dialogs = 0;
+    for (const auto& entry : fs::directory_iterator(root / "src/ui/dialogs")) {
+        const std::string code = base::read_bytes(entry.path());
+        for (std::sregex_iterator found(code.begin(), code.end(), place), end; found != end;
+             ++found) {
+            ++dialogs;
+            const std::string page = base::read_bytes(root / "docs/manual" / (*found)[1].str());
+            const std::string section = (*found)[2].str();
+            EXPECT_TRUE(page.find("\n## " + section + "\n") != std::string::npos ||
+                        page.find("\n**" + section) != std::string::npos)
+                << entry.path() << ": " << section;
+        }
+    }
+    EXPECT_GT(dialogs, 20);
+}
+
 } // namespace

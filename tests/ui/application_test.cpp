@@ -161,4 +161,18 @@ TEST_F(DeskFixture, the_manual_is_searched_over_all_of_its_pages) {
     EXPECT_TRUE(browser.toPlainText().startsWith("Second"));
 }
 
+TEST_F(DeskFixture, the_manual_is_opened_at_the_section_of_a_dialog) {
+    folder.write("manual/README.md", "# First\n");
+    folder.write("manual/heat.md",
+                 "# Second\n\nSee *Basal* and **Basal**.\n\n**Basal** flows.\n\n## Fluid\n\nEnd\n");
+    ui::ManualWindow manual(QString::fromStdString((folder.path() / "manual").string()));
+    const auto line = [&] {
+        return widget<QTextBrowser>(manual, "manual").textCursor().block().text();
+    };
+    manual.show_page("heat.md#Basal");
+    EXPECT_TRUE(line().startsWith("Basal flows."));
+    manual.show_page("heat.md#Fluid");
+    EXPECT_EQ(line(), "Fluid");
+}
+
 } // namespace

@@ -50,7 +50,8 @@ private:
 };
 
 MatrixDialog::MatrixDialog(EditorContext& editor)
-    : PlainDialog(editor.desk, "Matrix", "Browse Array", "worksheet.md", editor.window),
+    : PlainDialog(editor.desk, "Matrix", "Browse Array", "worksheet.md#In the window",
+                  editor.window),
       editor_(editor), worksheet_(editor.worksheet), model_(new ArrayModel(editor.worksheet, this)),
       list_(new QComboBox), width_(new QSpinBox), table_(new TableView(editor.desk, *model_)) {
     body().addWidget(head());

@@ -47,7 +47,7 @@ void add_systems(FormDialog& dialog) {
 void edit_continua(CommandContext& context) {
     sim::BoxmodelForm form;
     FormDialog dialog(context, form, "Boxmodel", FormDialog::tr("Multiple Continua"),
-                      "settings.md");
+                      "settings.md#Multiple Continua");
     dialog.body().addWidget(dialog.field("chkBox"));
     auto* zones = new QGridLayout;
     dialog.body().addLayout(zones);

@@ -18,7 +18,7 @@ namespace ui {
 
 namespace {
 
-constexpr const char* page = "plots.md";
+constexpr const char* page = "plots.md#In the window";
 
 // A dialog whose body is a column of labelled fields.
 class FieldsDialog : public PlainDialog {

@@ -85,7 +85,8 @@ QGroupBox* water(FormView& view) {
 
 void edit_coupling(CommandContext& context) {
     sim::Coupling form;
-    FormDialog dialog(context, form, "Coupling", FormDialog::tr("Process Coupling"), "settings.md");
+    FormDialog dialog(context, form, "Coupling", FormDialog::tr("Process Coupling"),
+                      "settings.md#Coupling");
     add_checks(dialog);
     add_permeability_law(dialog);
     auto* below = new QHBoxLayout;

@@ -18,7 +18,8 @@ class EnvironmentDialog : public PlainDialog {
 public:
     EnvironmentDialog(Desk& desk, const app::Workspace& model, plot::PlotData layer,
                       const grid::Worksheet* worksheet, QWidget* parent)
-        : PlainDialog(desk, "Environment_options", "Environment Options", "plots.md", parent),
+        : PlainDialog(desk, "Environment_options", "Environment Options", "plots.md#In the window",
+                      parent),
           tabs_(new QTabWidget), appearance_(new AppearanceTab(desk, model.project)),
           coordinates_(new CoordinateTab(model.project)),
           contours_(new ContourTab(desk, std::move(layer), model.files, worksheet)) {

@@ -42,7 +42,7 @@ void add_pair(FormView& view, QGridLayout& grid, int row, const char* number, co
 class GridNumberDialog : public FormDialog {
 public:
     GridNumberDialog(CommandContext& context, grid::Grid_Number& form, bool new_model)
-        : FormDialog(context, form, "Grid_Number", tr("Model Dimension"), "settings.md"),
+        : FormDialog(context, form, "Grid_Number", tr("Model Dimension"), "settings.md#Mesh Size"),
           form_(form) {
         if (new_model) {
             add_orientation();

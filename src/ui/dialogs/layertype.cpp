@@ -16,7 +16,7 @@ namespace {
 class LayerDialog : public TableDialog {
 public:
     LayerDialog(CommandContext& context, grid::Layer_Type& form)
-        : TableDialog(context, form, "Layer_Type", {}, "settings.md"), form_(form) {
+        : TableDialog(context, form, "Layer_Type", {}, "settings.md#Layer Type"), form_(form) {
         QGridLayout* fields = new QGridLayout;
         fields->setColumnStretch(2, 1);
         view().add_row(*fields, "txtNFREE");

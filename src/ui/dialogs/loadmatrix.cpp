@@ -21,7 +21,7 @@ constexpr int grd_filter = 2;
 
 LoadMatrixDialog::LoadMatrixDialog(Desk& desk, core::LayerValues values, int NX, int NY,
                                    QWidget* parent)
-    : PlainDialog(desk, "Matrix_Load", grid::load_matrix_title, "zones.md", parent),
+    : PlainDialog(desk, "Matrix_Load", grid::load_matrix_title, "zones.md#Layers as text", parent),
       values_(std::move(values)), NX_(NX), NY_(NY),
       file_(new FileField(
           desk.user(),

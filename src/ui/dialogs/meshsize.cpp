@@ -51,8 +51,8 @@ auto at(const Values& values, int number) {
 }
 
 GridSizeDialog::GridSizeDialog(Desk& desk, grid::MeshEditor& mesh, int orientation, QWidget* parent)
-    : PlainDialog(desk, "GridSize", "Column / Row / Layer", "worksheet.md", parent), mesh_(mesh),
-      fields_(new QGridLayout) {
+    : PlainDialog(desk, "GridSize", "Column / Row / Layer", "worksheet.md#The mesh", parent),
+      mesh_(mesh), fields_(new QGridLayout) {
     body().addLayout(fields_);
     fields_->addWidget(new QLabel(tr("Size [m]")), head_line, 2);
     fields_->addWidget(new QLabel(tr("Refinement factor")), head_line, 3);

@@ -54,7 +54,7 @@ class MonitoringDialog : public TableDialog {
 public:
     MonitoringDialog(CommandContext& context, ObservationList& form)
         : TableDialog(context, form, "ObservationList", to_qt(ObservationList::title),
-                      "settings.md"),
+                      "settings.md#Monitoring"),
           form_(form), tabs_(new QTabWidget) {
         tabs_->setObjectName("Tabs");
         body().addWidget(tabs_, 1);

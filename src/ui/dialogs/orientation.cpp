@@ -21,7 +21,8 @@ constexpr const char* choices[][2] = {{"optHorizontal", "&Horizontal (map view)"
 class Orientation : public PlainDialog {
 public:
     explicit Orientation(CommandContext& context)
-        : PlainDialog(context.desk, "Orientation", "Orientation", "import.md", &context.window) {
+        : PlainDialog(context.desk, "Orientation", "Orientation", "import.md#A whole model",
+                      &context.window) {
         auto* frame = new QGroupBox("The model of the file is:", this);
         auto* rows = new QVBoxLayout(frame);
         std::size_t number = 0;

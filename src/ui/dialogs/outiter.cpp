@@ -15,7 +15,8 @@ namespace {
 class OutIterDialog : public FormDialog {
 public:
     OutIterDialog(CommandContext& context, sim::OutIter& form)
-        : FormDialog(context, form, "OutIter", tr("Non-Linear Iteration"), "settings.md"),
+        : FormDialog(context, form, "OutIter", tr("Non-Linear Iteration"),
+                     "settings.md#Non-Linear Iteration"),
           form_(form),
           unset_(new QLabel(tr("No choice has been saved yet: the simulator iterates, 5 "
                                "times at most and with a coefficient of 0.5."))) {

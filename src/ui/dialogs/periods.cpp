@@ -24,7 +24,7 @@ class PeriodDialog : public TableDialog {
 public:
     PeriodDialog(CommandContext& context, sim::TemporalDiscretization& form)
         : TableDialog(context, form, "Temporal_Discretization", tr("Stress Periods"),
-                      "settings.md"),
+                      "settings.md#Stress Periods"),
           form_(form) {
         auto* fields = new QGridLayout;
         fields->setColumnStretch(2, 1);

@@ -20,8 +20,8 @@ namespace {
 class RockDialog : public TableDialog {
 public:
     RockDialog(CommandContext& context, sim::RockPropertyTable& form, const char* object_name,
-               const QString& title, const char* load_title)
-        : TableDialog(context, form, object_name, title, "settings.md"), form_(form) {
+               const char* help_page, const QString& title, const char* load_title)
+        : TableDialog(context, form, object_name, title, help_page), form_(form) {
         for (const core::FieldInfo& field : form.fields()) {
             auto* row = new QGridLayout;
             row->setColumnStretch(2, 1);
@@ -53,15 +53,15 @@ private:
 
 void edit_flow_properties(CommandContext& context) {
     sim::PermPor form;
-    RockDialog(context, form, "PermPor", QObject::tr("Permeability / Porosity Definition"),
-               "Load Fluid Flow Rock Properties")
+    RockDialog(context, form, "PermPor", "settings.md#Initial Permeability",
+               QObject::tr("Permeability / Porosity Definition"), "Load Fluid Flow Rock Properties")
         .run("Permeability / Porosity", "PermPor.OKButton_Click()");
 }
 
 void edit_heat_properties(CommandContext& context) {
     sim::Heat form;
-    RockDialog(context, form, "Heat", QObject::tr("Thermal Rock Properties"),
-               "Load Heat Rock Properties")
+    RockDialog(context, form, "Heat", "settings.md#Thermal Rock Properties",
+               QObject::tr("Thermal Rock Properties"), "Load Heat Rock Properties")
         .run("Thermal Rock Properties", "HeatSave()");
 }
 

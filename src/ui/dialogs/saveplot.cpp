@@ -61,8 +61,8 @@ private:
 
 SavePlotDialog::SavePlotDialog(Desk& desk, const app::Workspace& model, grid::Worksheet* worksheet,
                                const WorksheetView& view, QWidget* parent)
-    : PlainDialog(desk, "Save_Worksheet_Plot", title, "plots.md", parent), model_(model),
-      worksheet_(worksheet), view_(view),
+    : PlainDialog(desk, "Save_Worksheet_Plot", title, "plots.md#In the window", parent),
+      model_(model), worksheet_(worksheet), view_(view),
       file_(new FileField(
           desk.user(),
           [this] {

@@ -24,7 +24,7 @@ namespace ui {
 
 namespace {
 
-constexpr const char* page = "zones.md";
+constexpr const char* page = "zones.md#Search and modify";
 constexpr const char* filter = "Trace Files (*.TRS)|*.trs";
 constexpr int shown_rows = 14;
 

@@ -34,7 +34,8 @@ constexpr const char* explanation[] = {
 class SerializedRun final : public PlainDialog {
 public:
     explicit SerializedRun(CommandContext& context)
-        : PlainDialog(context.desk, "SerializedRun", caption, "running.md", &context.window) {
+        : PlainDialog(context.desk, "SerializedRun", caption, "running.md#Running on",
+                      &context.window) {
         for (const char* paragraph : explanation) {
             body().addWidget(wrapped_label(paragraph));
         }

@@ -15,7 +15,8 @@ namespace ui {
 
 void edit_reference_density(CommandContext& context) {
     sim::RefDens form;
-    FormDialog dialog(context, form, "RefDens", FormDialog::tr("Reference Density"), "settings.md");
+    FormDialog dialog(context, form, "RefDens", FormDialog::tr("Reference Density"),
+                      "settings.md#Reference Density");
     auto* row = new QHBoxLayout;
     dialog.body().addLayout(row);
     row->addWidget(dialog.field("Check1"));
@@ -27,7 +28,8 @@ void edit_reference_density(CommandContext& context) {
 
 void edit_fluid_heat_production(CommandContext& context) {
     sim::HeatConstantForm form(sim::HeatConstant::fluid_heat_production);
-    FormDialog dialog(context, form, "HPF", to_qt(form.title()), "settings.md");
+    FormDialog dialog(context, form, "HPF", to_qt(form.title()),
+                      "settings.md#Fluid Heat Production");
     const core::FieldInfo& field = form.fields().front();
     dialog.body().addWidget(dialog.view().label(
         field.name, QString("%1 [%2]").arg(to_qt(field.label), to_qt(field.unit))));
@@ -39,7 +41,7 @@ void edit_fluid_heat_production(CommandContext& context) {
 void edit_dispersion(CommandContext& context) {
     sim::DiffDisp form;
     FormDialog dialog(context, form, "DiffDisp", FormDialog::tr("Dispersion / Diffusion"),
-                      "settings.md");
+                      "settings.md#Dispersion / Diffusion");
     auto* grid = new QGridLayout;
     dialog.body().addLayout(grid);
     for (const core::FieldInfo& field : form.fields()) {

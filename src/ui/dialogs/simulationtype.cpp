@@ -63,7 +63,7 @@ QGroupBox* process_column(FormView& view, const Process& process) {
 void edit_simulation_type(CommandContext& context) {
     sim::SimulationType form;
     FormDialog dialog(context, form, "SimulationType",
-                      FormDialog::tr("Definition of Simulation Type"), "settings.md");
+                      FormDialog::tr("Definition of Simulation Type"), "settings.md#Settings");
     dialog.body().addWidget(
         new QLabel(FormDialog::tr("Check Characteristics for the TERVEX Simulation Run")));
     auto* columns = new QHBoxLayout;

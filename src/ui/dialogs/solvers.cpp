@@ -91,7 +91,8 @@ void edit_solver(CommandContext& context, sim::Solver solver) {
     const SolverInfo& info = solvers[std::size_t(solver)];
     sim::SolverForm form(solver);
     FormDialog dialog(context, form, info.object_name,
-                      FormDialog::tr("Solver Parameters: %1").arg(to_qt(info.name)), "settings.md");
+                      FormDialog::tr("Solver Parameters: %1").arg(to_qt(info.name)),
+                      "settings.md#Solver Parameters");
     auto* grid = new QGridLayout;
     dialog.body().addLayout(grid);
     add_heads(*grid);

@@ -19,7 +19,7 @@ namespace {
 class TracerDialog : public TableDialog {
 public:
     TracerDialog(CommandContext& context, sim::TracerForm& form)
-        : TableDialog(context, form, "Tracer", tr("Tracer"), "settings.md") {
+        : TableDialog(context, form, "Tracer", tr("Tracer"), "settings.md#Tracer") {
         TableView* table = make_table(form, "Table", tr("Tracer"));
         table->verticalHeader()->hide();
         body().addWidget(table, 1);
@@ -31,7 +31,7 @@ class InjectionDialog : public TableDialog {
 public:
     InjectionDialog(CommandContext& context, input::SCON_Table& form)
         : TableDialog(context, form, "SCON_Table", tr("Injected Concentration(s)"),
-                      "settings.md"),
+                      "settings.md#Injected Concentration"),
           form_(form), no_wells_(new QLabel(tr("The model has no wells."))) {
         no_wells_->setObjectName("NoWells");
         TableView* table = make_table(form, "Table", tr("Injected Concentration(s)"));

@@ -30,7 +30,7 @@ class TracerIndividualDialog : public FormDialog {
 public:
     TracerIndividualDialog(CommandContext& context, sim::TracerIndividual& form)
         : FormDialog(context, form, "TracerIndividual", tr("Initial Tracer Distribution"),
-                     "settings.md"),
+                     "settings.md#Initial Tracer Distribution"),
           form_(form) {
         QGridLayout* source = add_frame(to_qt(form.fields().front().label));
         source->addWidget(field("Source"), 0, 0, 1, 3);

@@ -22,7 +22,7 @@ namespace ui {
 
 namespace {
 
-constexpr const char* page = "worksheet.md";
+constexpr const char* page = "worksheet.md#In the window";
 constexpr int edit_data = 3;
 
 bool has_data(grid::Worksheet& worksheet, int period) {

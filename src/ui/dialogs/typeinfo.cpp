@@ -12,7 +12,8 @@ namespace ui {
 
 void edit_type_info(CommandContext& context) {
     sim::TypeInfo form;
-    FormDialog dialog(context, form, "TypeInfo", FormDialog::tr("Info / Results"), "settings.md");
+    FormDialog dialog(context, form, "TypeInfo", FormDialog::tr("Info / Results"),
+                      "settings.md#Info / Results");
     QGridLayout* levels = dialog.add_frame(FormDialog::tr("Run-time Information"));
     dialog.view().add_row(*levels, "InfoLevel");
     QGridLayout* files = dialog.add_frame(FormDialog::tr("Output Files"));

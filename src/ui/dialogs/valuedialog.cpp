@@ -17,7 +17,7 @@ namespace ui {
 
 namespace {
 
-constexpr const char* page = "worksheet.md";
+constexpr const char* page = "worksheet.md#In the window";
 
 } // namespace
 
