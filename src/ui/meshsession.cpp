@@ -213,7 +213,6 @@ bool MeshSession::key(QKeyEvent& event) {
         edit_size();
         return true;
     case Qt::Key_Escape:
-        from_.reset();
         choose(Tool::none);
         return true;
     default:
@@ -242,6 +241,7 @@ bool MeshSession::menu(QMenu& menu) {
 // The grid's place.
 
 void MeshSession::choose(Tool tool) {
+    from_.reset();
     tool_ = tool_ == tool ? Tool::none : tool;
     if (tool_ != Tool::none) {
         place_.window.view().set_display(grid::DisplayMode::world);

@@ -185,12 +185,15 @@ void WorksheetSession::all_changed() {
     place_.changed();
 }
 
-void WorksheetSession::cell_changed(grid::CellIndex cell) {
-    if (auto picture = pictures_.with_cell(cell)) {
-        place_.window.view().set_picture(std::move(picture));
-    } else {
-        redraw();
+void WorksheetSession::cells_changed(std::span<const grid::CellIndex> cells) {
+    PicturePointer picture;
+    for (const grid::CellIndex cell : cells) {
+        picture = pictures_.with_cell(cell);
+        if (!picture) {
+            return redraw(); // of all cells at once
+        }
     }
+    place_.window.view().set_picture(std::move(picture));
 }
 
 void WorksheetSession::set_colours(CellColours colours) {
@@ -275,6 +278,7 @@ bool WorksheetSession::run(std::string_view command) {
 }
 
 void WorksheetSession::set_value() {
+    let_go();
     if (worksheet_->Editor_State == grid::EditorState::cell_by_cell) {
         edit_cell();
     } else if (zones_.Zone_Current > 0 && !zones_.Zone_Open) {

@@ -76,7 +76,7 @@ private:
 
     // Drawing.
     void show_overlay();
-    void cell_changed(grid::CellIndex cell);
+    void cells_changed(std::span<const grid::CellIndex> cells);
     void all_changed();
 
     // Cell by cell.
@@ -92,6 +92,9 @@ private:
     void edit_zone(int zone);
     void delete_zone();
     void drop_open_zone();
+    // Ends a stroke and puts a node on its way back: keys and other buttons come in between, and a
+    // dialog keeps the release of the button for itself.
+    void let_go();
     void sync_zones();
     int zone_at(const WorksheetPointer& pointer);
     std::size_t node_near(const WorksheetPointer& pointer) const;

@@ -236,6 +236,22 @@ TEST_F(EditorCells, cell_copy_draws_with_mouse_and_arrows_as_one_step) {
     leave(Answer::no);
 }
 
+TEST_F(EditorCells, a_stroke_ends_where_a_command_comes_in_between) {
+    make_model(6, 4);
+    open();
+    tool("cell_copy");
+    set_cell(1, 1, "25");
+    press(cell(1, 1));
+    move_to(cell(3, 1));
+    tool("undo");
+    EXPECT_EQ(sheet().cell(1, 3, 1), 10);
+    EXPECT_EQ(sheet().undo_name(), "Cell 1,1");
+    move_to(cell(4, 1));
+    release(cell(4, 1));
+    EXPECT_EQ(sheet().cell(1, 4, 1), 10);
+    leave(Answer::no);
+}
+
 TEST_F(EditorCells, layer_copy_takes_the_layer_along) {
     make_model(3, 2, 2);
     open();

@@ -8,6 +8,7 @@
 #include <QDialog>
 #include <QImage>
 #include <QPushButton>
+#include <QTest>
 
 namespace {
 
@@ -183,6 +184,30 @@ TEST_F(EditorZones, a_node_of_the_selected_zone_is_dragged) {
     EXPECT_NEAR(sheet().zones()[0].x[1], 10, 0.5);
     EXPECT_NEAR(sheet().zones()[0].y[1], 5, 0.5);
     EXPECT_NEAR(sheet().zones()[0].param[13], 5, 0.5); // of the box
+    leave(Answer::no);
+}
+
+TEST_F(EditorZones, a_node_on_its_way_is_let_go_by_Escape_the_right_button_and_Delete) {
+    open_zones();
+    draw({{20, 20}, {60, 20}, {60, 60}, {20, 60}});
+    const auto drag_and = [&](const std::function<void()>& let_go) {
+        click_at(40, 40);
+        press(at(20, 20));
+        move_to(at(12, 8));
+        let_go();
+        move_to(at(14, 6));
+        release(at(10, 5));
+    };
+    drag_and([&] { key(Qt::Key_Escape); });
+    drag_and([&] {
+        QTest::mousePress(view().viewport(), Qt::RightButton, {}, at(12, 8));
+        QTest::mouseRelease(view().viewport(), Qt::RightButton, {}, at(12, 8));
+    });
+    ASSERT_EQ(sheet().zones().size(), 1U);
+    EXPECT_NEAR(sheet().zones()[0].x[1], 20, 0.5);
+    EXPECT_NEAR(sheet().zones()[0].y[1], 20, 0.5);
+    drag_and([&] { key(Qt::Key_Delete); });
+    EXPECT_TRUE(sheet().zones().empty());
     leave(Answer::no);
 }
 
