@@ -1,6 +1,6 @@
 #include "grid/searchmodify.h"
 
-#include "base/interaction.h"
+#include "base/busy.h"
 #include "core/extensions.h"
 
 #include <fmt/format.h>
@@ -154,11 +154,10 @@ bool trace_cells(const TraceRules& rules, std::span<float> values, std::span<con
 
 TraceOutcome Search_And_Modify(const TraceRules& rules, const TraceSearch& search,
                                core::ArrayStore& store, base::Interaction& user) {
-    user.busy(true);
+    const base::Busy hourglass(user);
     user.status("Searching and Modifying Cell Values; Press ESC to Break");
-    const TraceOutcome outcome = Search(rules, search, store, user).run();
+    TraceOutcome outcome = Search(rules, search, store, user).run();
     user.status("");
-    user.busy(false);
     return outcome;
 }
 

@@ -1,6 +1,6 @@
 #include "plot/drawcontours.h"
 
-#include "base/interaction.h"
+#include "base/busy.h"
 #include "core/project.h"
 #include "plot/contourfill.h"
 #include "plot/contourlabels.h"
@@ -127,9 +127,8 @@ bool draw_contour_lines(PlotDevice& device, const PlotFrame& frame, const PlotDa
                         base::Interaction& user) {
     user.show_meter(0);
     user.status("Drawing Contours; Press ESC to Break");
-    user.busy(true);
+    const base::Busy hourglass(user);
     const bool complete = draw_levels(device, frame, data, user);
-    user.busy(false);
     user.status("");
     return complete;
 }

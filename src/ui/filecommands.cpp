@@ -4,6 +4,7 @@
 #include "app/recentfiles.h"
 #include "app/saveas.h"
 #include "app/settings.h"
+#include "base/busy.h"
 #include "base/paths.h"
 #include "base/textfile.h"
 #include "ui/commandtables.h"
@@ -65,19 +66,15 @@ bool import_model(Desk& desk, const fs::path& source, const fs::path& target, in
     desk.attempt("file_import_model()", [&] {
         app::ImportAnswers answers;
         answers.choices.GridOrientation = orientation;
-        desk.user().busy(true);
-        const auto idle = [&] { desk.user().busy(false); };
-        try {
-            const app::Loaded loaded = app::file_import_model(source, target, answers, desk.user(),
-                                                              desk.folders().settings);
-            idle();
-            imported = loaded.workspace.has_value();
-            if (loaded.refusal) {
-                base::show(desk.user(), *loaded.refusal);
-            }
-        } catch (...) {
-            idle();
-            throw;
+        const auto load = [&] {
+            const base::Busy hourglass(desk.user());
+            return app::file_import_model(source, target, answers, desk.user(),
+                                          desk.folders().settings);
+        };
+        const app::Loaded loaded = load();
+        imported = loaded.workspace.has_value();
+        if (loaded.refusal) {
+            base::show(desk.user(), *loaded.refusal);
         }
     });
     return imported;

@@ -100,6 +100,9 @@ TEST_F(Search, layers_of_the_model_only) {
     EXPECT_EQ(box(4, 1), "accepted");
     EXPECT_EQ(box(0, 4), "Error: Valid range is 1 to 4");
     EXPECT_EQ(box(1, 5), "Error: Valid range is 1 to 4");
+    EXPECT_THROW(run({.number = temperature, .first_layer = 1, .last_layer = 3}),
+                 base::RangeFailure);
+    EXPECT_FALSE(user.is_busy()) << "behind a failure";
 }
 
 TEST(TraceRules, have_50_lines_of_six_items) {

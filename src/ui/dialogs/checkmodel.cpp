@@ -2,6 +2,7 @@
 
 #include "app/commands.h"
 #include "app/workspace.h"
+#include "base/busy.h"
 #include "ui/commandtables.h"
 #include "ui/desk.h"
 #include "ui/mainwindow.h"
@@ -103,14 +104,13 @@ QLayout* CheckModel::make_buttons() {
 
 void CheckModel::renew() {
     std::optional<std::vector<input::Gap>> gaps;
-    desk_.user().busy(true);
     desk_.attempt("[Input] Control()", [&] {
+        const base::Busy hourglass(desk_.user());
         core::ModelFiles files(desk_.model()->Model_Path(), core::Access::read);
         gaps = input::all_gaps(desk_.model()->project, files);
         std::ranges::move(input::gaps_of_writing(desk_.model()->project, files),
                           std::back_inserter(*gaps));
     });
-    desk_.user().busy(false);
     show_gaps(gaps.value_or(std::vector<input::Gap>()));
     if (!gaps) {
         state_->setText("The model could not be checked.");

@@ -1,4 +1,5 @@
 // Points of Monitoring.
+#include "base/busy.h"
 #include "grid/monitoringform.h"
 #include "ui/desk.h"
 #include "ui/dialogs/tabledialog.h"
@@ -72,10 +73,8 @@ public:
     }
 
     void accept() override {
-        base::Interaction& user = context().desk.user();
-        user.busy(true);
+        const base::Busy hourglass(context().desk.user());
         TableDialog::accept();
-        user.busy(false);
     }
 
 private:

@@ -1,6 +1,7 @@
 // File|Save Plot As, Print Plot, and the picture on the clipboard.
 
 #include "app/workspace.h"
+#include "base/busy.h"
 #include "ui/desk.h"
 #include "ui/dialogs/editordialogs.h"
 #include "ui/dialogs/filefield.h"
@@ -105,11 +106,10 @@ bool SavePlotDialog::take() {
     if (!may_write(desk().user(), title, file())) {
         return false;
     }
-    desk().user().busy(true);
+    const base::Busy hourglass(desk().user());
     const auto outcome = desk().attempt("Save_Worksheet_Plot(Filename)", [&] {
         write_picture(desk(), model_, worksheet_, view_, format(), file());
     });
-    desk().user().busy(false);
     if (outcome == report::Outcome::done) {
         parentWidget()->setProperty(Plot_Format,
                                     QStringList{to_qt(model_.Model_Path()), format().name});
