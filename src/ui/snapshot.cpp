@@ -160,7 +160,8 @@ private:
     // The dialog of the periods stands before the question of leaving: its Cancel stays.
     void close(QDialog& dialog) {
         auto* const ok = dialog.findChild<QPushButton*>("cmdOK");
-        answer_ == QMessageBox::No&& ok ? ok->click() : dialog.reject();
+        const bool leaves = answer_ == QMessageBox::No;
+        leaves&& ok ? ok->click() : dialog.reject();
     }
 
     void press(QMessageBox& box) {

@@ -4,41 +4,22 @@
 #include "ui/dialogs/allrows.h"
 #include "ui/tabledelegate.h"
 #include "ui/tablemodel.h"
-#include "ui/tabseparated.h"
 
 #include <QAction>
-#include <QApplication>
-#include <QClipboard>
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QMenu>
-#include <QScrollBar>
 
 #include <algorithm>
-#include <numeric>
 #include <utility>
 
 namespace ui {
 
 namespace {
 
-QRect bounds_of(const QItemSelection& selection) {
-    QRect bounds;
-    for (const QItemSelectionRange& range : selection) {
-        bounds |= QRect(QPoint(range.left(), range.top()), QPoint(range.right(), range.bottom()));
-    }
-    return bounds;
-}
-
 bool can_change(const QModelIndex& cell) {
     return bool(cell.flags() & (Qt::ItemIsEditable | Qt::ItemIsUserCheckable));
-}
-
-QString copied_text(const QModelIndex& cell) {
-    const QVariant kind = cell.data(kind_role);
-    const bool choice = kind.isValid() && kind.toInt() == int(core::FieldKind::choice);
-    return cell.data(choice ? Qt::DisplayRole : Qt::EditRole).toString();
 }
 
 } // namespace
@@ -110,68 +91,6 @@ void TableView::reload() {
     if (form_model_) {
         form_model_->reload();
     }
-}
-
-void TableView::set_shown_rows(int rows) {
-    shown_rows_ = rows;
-    updateGeometry();
-}
-
-void TableView::fit_columns() {
-    const int digit = fontMetrics().horizontalAdvance('0');
-    const int margin = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1);
-    natural_widths_.clear();
-    for (int column = 0; column < model()->columnCount(); ++column) {
-        const auto head = [&](int role) {
-            return model()->headerData(column, Qt::Horizontal, role);
-        };
-        const bool check = head(kind_role).toInt() == int(core::FieldKind::check);
-        int width = (head(kind_role).isValid() && check ? 6 : 12) * digit;
-        for (const QString& item : head(choices_role).toStringList()) {
-            width =
-                std::max(width, fontMetrics().horizontalAdvance(item) + 2 * fontMetrics().height());
-        }
-        natural_widths_.push_back(
-            std::max(width + margin, horizontalHeader()->sectionSizeHint(column)));
-    }
-    spread_columns();
-    updateGeometry();
-}
-
-void TableView::spread_columns() {
-    const int columns = int(natural_widths_.size());
-    if (columns == 0 || columns != model()->columnCount()) {
-        return;
-    }
-    const int natural = std::accumulate(natural_widths_.begin(), natural_widths_.end(), 0);
-    const int free = std::max(viewport()->width() - natural, 0);
-    spreading_ = true;
-    for (int i = 0; i < columns; ++i) {
-        const int share = free * (i + 1) / columns - free * i / columns;
-        setColumnWidth(i, natural_widths_[std::size_t(i)] + share);
-    }
-    spreading_ = false;
-}
-
-void TableView::resizeEvent(QResizeEvent* event) {
-    QTableView::resizeEvent(event);
-    spread_columns();
-}
-
-QSize TableView::sizeHint() const {
-    const int rows = std::clamp(model()->rowCount(), 3, shown_rows_);
-    const int frame = 2 * frameWidth();
-    const int bar = verticalScrollBar()->sizeHint().width();
-    const int columns = natural_widths_.empty()
-                            ? horizontalHeader()->length()
-                            : std::accumulate(natural_widths_.begin(), natural_widths_.end(), 0);
-    // Of an empty table as if it had rows.
-    const int heads = verticalHeader()->isHidden()
-                          ? 0
-                          : std::max(verticalHeader()->sizeHint().width(),
-                                     fontMetrics().horizontalAdvance("00000"));
-    return {columns + heads + bar + frame, rows * verticalHeader()->defaultSectionSize() +
-                                               horizontalHeader()->sizeHint().height() + frame};
 }
 
 void TableView::change(const std::function<void()>& work) {
@@ -259,63 +178,6 @@ void TableView::move_current(CursorAction action) {
     if (next.isValid()) {
         setCurrentIndex(next);
     }
-}
-
-void TableView::copy() const {
-    const QItemSelection selection = selectionModel()->selection();
-    const QRect bounds = bounds_of(selection);
-    if (bounds.isEmpty()) {
-        return;
-    }
-    std::vector<QStringList> rows;
-    for (int row = bounds.top(); row <= bounds.bottom(); ++row) {
-        QStringList cells;
-        for (int column = bounds.left(); column <= bounds.right(); ++column) {
-            const QModelIndex cell = model()->index(row, column);
-            cells << (selection.contains(cell) ? copied_text(cell) : QString());
-        }
-        rows.push_back(cells);
-    }
-    QApplication::clipboard()->setText(tab_separated(rows));
-}
-
-void TableView::paste() {
-    const auto rows = parse_tab_separated(QApplication::clipboard()->text());
-    const QRect bounds = bounds_of(selectionModel()->selection());
-    if (rows.empty()) {
-        return;
-    }
-    if (rows.size() == 1 && rows[0].size() == 1 && !bounds.isEmpty()) {
-        fill_selection(rows[0][0]);
-        return;
-    }
-    const QPoint start = bounds.isEmpty() ? QPoint(0, 0) : bounds.topLeft();
-    change([&] {
-        const int missing = start.y() + int(rows.size()) - model()->rowCount();
-        if (auto* growing = qobject_cast<TableModel*>(model()); growing && missing > 0) {
-            growing->grow(missing);
-        }
-        const int height = std::min(int(rows.size()), model()->rowCount() - start.y());
-        for (int row = 0; row < height; ++row) {
-            const QStringList& cells = rows[std::size_t(row)];
-            const int width = std::min(int(cells.size()), model()->columnCount() - start.x());
-            for (int column = 0; column < width; ++column) {
-                put(model()->index(start.y() + row, start.x() + column), cells[column]);
-            }
-        }
-    });
-}
-
-void TableView::fill_selection(const QString& text) {
-    change([&] {
-        for (const QModelIndex& cell : selectionModel()->selectedIndexes()) {
-            put(cell, text);
-        }
-    });
-}
-
-void TableView::empty_cells() {
-    fill_selection({});
 }
 
 void TableView::set_all_rows(int column) {
