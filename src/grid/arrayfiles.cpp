@@ -1,6 +1,7 @@
 #include "grid/arrayfiles.h"
 
 #include "base/binaryio.h"
+#include "base/failure.h"
 #include "base/textfile.h"
 #include "core/extensions.h"
 #include "core/modelfiles.h"
@@ -57,12 +58,17 @@ bool is_array_file(int number, const core::ModelFiles& files) {
     return file && (!may_be_a_result(number) || record_count(*file).value_or(0) > 0);
 }
 
-// Names in lower case.
+// Names in lower case. A folder that fails to tell them must not look like one without arrays: a
+// new grid would leave those of the old one behind.
 std::set<std::string> names_in(const std::filesystem::path& folder) {
     std::set<std::string> names;
-    std::error_code none;
-    for (std::filesystem::directory_iterator at(folder, none), end; at != end; at.increment(none)) {
+    std::error_code failed;
+    std::filesystem::directory_iterator at(folder, failed);
+    for (; !failed && at != std::filesystem::directory_iterator(); at.increment(failed)) {
         names.insert(base::lower(at->path().filename().string()));
+    }
+    if (failed) {
+        throw base::FileFailure("the folder cannot be read: " + failed.message(), folder);
     }
     return names;
 }

@@ -12,7 +12,7 @@ namespace grid {
 
 // Parameters with an array file, ascending; scratch arrays do not count. Result files share some
 // names (".210" is the series of monitoring point 21): a file of such a name counts only when it
-// begins with the tables of an array.
+// begins with the tables of an array. FileFailure when the folder cannot be read.
 std::vector<int> existing_arrays(const core::ModelFiles& files);
 
 // True when the length of the array's file is that of whole records of a grid of nx columns, ny

@@ -1,6 +1,8 @@
 #include "grid/gridform.h"
 
 #include "base/failure.h"
+#include "grid/arrayfiles.h"
+#include "support/failureof.h"
 #include "testmodel.h"
 
 #include <utility>
@@ -176,6 +178,14 @@ TEST(GridSize, refuses_what_is_not_positive_and_a_model_without_mesh) {
     EXPECT_EQ(title_and_text(form.check()), "Error: Please enter a positive value!");
     GridSize outside(2, 1);
     EXPECT_THROW(outside.load(model.project, model.files), base::FileFailure);
+}
+
+// A grid that saw no arrays in it would leave those of the old size behind.
+TEST(existing_arrays, a_folder_that_cannot_be_read_is_not_one_without_arrays) {
+    TestModel model;
+    const core::ModelFiles files(model.folder.path() / "gone" / "m.td1", core::Access::read);
+    EXPECT_EQ(support::failure_of([&] { existing_arrays(files); }, files.folder()),
+              "the folder cannot be read: No such file or directory");
 }
 
 } // namespace

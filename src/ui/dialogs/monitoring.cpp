@@ -95,11 +95,11 @@ private:
         auto* buttons = new QHBoxLayout;
         buttons->addWidget(make_button("Save_Button", tr("&Save..."), [this, &row] {
             save_file(row.save_title, row.save_filter, row.extension,
-                      [this, &row](const Path& file) { (form_.*row.save)(file); });
+                      [&form = form_, &row](const Path& file) { (form.*row.save)(file); });
         }));
         buttons->addWidget(make_button("Load_Button", tr("&Load..."), [this, &row] {
             load_file(row.load_title, row.load_filter,
-                      [this, &row](const Path& file) { return (form_.*row.load)(file); });
+                      [&form = form_, &row](const Path& file) { return (form.*row.load)(file); });
         }));
         buttons->addWidget(make_button("Clear_Button", tr("Cl&ear"), [this, &row] {
             if (commit() && (form_.*row.clear)(context().desk.user())) {
