@@ -14,6 +14,8 @@
 #include <QPushButton>
 #include <QTabWidget>
 
+#include <functional>
+
 namespace ui {
 
 namespace {
@@ -95,14 +97,15 @@ private:
         auto* buttons = new QHBoxLayout;
         buttons->addWidget(make_button("Save_Button", tr("&Save..."), [this, &row] {
             save_file(row.save_title, row.save_filter, row.extension,
-                      [&form = form_, &row](const Path& file) { (form.*row.save)(file); });
+                      [this, &row](const Path& file) { std::invoke(row.save, form_, file); });
         }));
         buttons->addWidget(make_button("Load_Button", tr("&Load..."), [this, &row] {
-            load_file(row.load_title, row.load_filter,
-                      [&form = form_, &row](const Path& file) { return (form.*row.load)(file); });
+            load_file(row.load_title, row.load_filter, [this, &row](const Path& file) {
+                return std::invoke(row.load, form_, file);
+            });
         }));
         buttons->addWidget(make_button("Clear_Button", tr("Cl&ear"), [this, &row] {
-            if (commit() && (form_.*row.clear)(context().desk.user())) {
+            if (commit() && std::invoke(row.clear, form_, context().desk.user())) {
                 refresh();
             }
         }));
