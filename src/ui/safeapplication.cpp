@@ -4,9 +4,14 @@
 #include "base/interaction.h"
 #include "report/attempt.h"
 
+#include <clocale>
 #include <new>
 
 namespace ui {
+
+SafeApplication::SafeApplication(int& argc, char** argv) : QApplication(argc, argv) {
+    std::setlocale(LC_MESSAGES, "C");
+}
 
 bool SafeApplication::notify(QObject* receiver, QEvent* event) {
     if (!user_) {

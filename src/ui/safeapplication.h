@@ -15,7 +15,9 @@ class SafeApplication : public QApplication {
     Q_OBJECT
 
 public:
-    using QApplication::QApplication;
+    // The system tells its reasons in English, the language of the texts that they stand in; the
+    // toolkit has taken over the user's locale.
+    SafeApplication(int& argc, char** argv);
 
     // nullptr: there is nobody to tell, and failures pass.
     void set_user(base::Interaction* user) { user_ = user; }

@@ -1,6 +1,8 @@
 // The error report, and the file to which failures are appended.
 #include "tdtest.h"
 
+#include "base/textfile.h"
+
 #include <chrono>
 #include <ctime>
 #include <regex>
@@ -70,13 +72,14 @@ TEST_F(Report, a_run_time_failure_is_appended_to_the_file_in_the_program_folder)
     const Outcome expected = failure(in_folder("the model does not exist (@gone.td1)"));
     EXPECT_EQ(run_in("bin", line), expected);
     const std::string kept = folder.read("bin/td.EPT");
+    const std::string told = base::to_utf8(kept);
     for (const std::string part :
          {"          Error-No.:\t3\r\n          Module:\ttd\r\n          Procedure:\tarray "
           "read\r\n",
           "          the model does not exist (@gone.td1) (3)\r\n", "Datum/Uhrzeit:\t1971-01-0",
           "[td] array read\r\n\tMODEL:@gone.td1\r\n\tN:6\r\n"
           "\t--layer:2\r\n"}) {
-        EXPECT_NE(kept.find(in_folder(part)), std::string::npos) << part << kept;
+        EXPECT_NE(told.find(in_folder(part)), std::string::npos) << part << told;
     }
     EXPECT_EQ(run_in("bin", line), expected);
     EXPECT_EQ(folder.read("bin/td.EPT"), kept + kept);

@@ -1,6 +1,7 @@
 // "Create TERVEX Inputfile" in the window.
 #include "completemodel.h"
 
+#include "base/textfile.h"
 #include "input/inputfile.h"
 #include "ui/dialogs/runmonitor.h"
 
@@ -28,7 +29,7 @@ TEST_F(CreateInput, the_input_file_and_the_control_file_are_written_and_nothing_
     user.expect_question(title, input::run_question, base::Answer::no);
     create();
     EXPECT_EQ(folder.read("m.nml").substr(0, 7), "# TITLE");
-    EXPECT_NE(folder.read("program/tervex.ctl").find(desk.model()->files.base()),
+    EXPECT_NE(base::to_utf8(folder.read("program/tervex.ctl")).find(desk.model()->files.base()),
               std::string::npos);
     EXPECT_EQ(edited(), 0);
     EXPECT_EQ(user.statuses().back(), "m.nml and tervex.ctl are written");

@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QDialog>
+#include <QKeyEvent>
 #include <QRadioButton>
 #include <QTest>
 #include <QTimer>
@@ -103,7 +104,14 @@ void type_into(QWidget& field, const std::string& text) {
     field.setFocus();
     QTest::keyClick(&field, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(&field, Qt::Key_Delete);
-    QTest::keyClicks(&field, QString::fromStdString(text));
+    for (const QChar letter : QString::fromStdString(text)) {
+        if (letter.unicode() < 0x80) {
+            QTest::keyClick(&field, letter.toLatin1());
+        } else { // QTest knows the keys of ASCII alone
+            QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(letter));
+            QApplication::sendEvent(&field, &press);
+        }
+    }
 }
 
 void click(QWidget& button) {
