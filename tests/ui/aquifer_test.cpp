@@ -69,6 +69,17 @@ protected:
         choose("grid_mesh_size");
         leave_with(Answer::yes, "Mesh Size");
     }
+
+    // A new model by the menu: its mesh, and the thicknesses of its layers, one a line.
+    void begin_model(const char* name, const Fields& numbers, const char* thicknesses) {
+        user.expect_file("New Model", folder.path() / name);
+        action("file_new_model").trigger();
+        make_mesh(numbers);
+        in_dialog("grid_layer_type", "Layer_Type", [&](QDialog& dialog) {
+            paste(dialog, "Table", 3, thicknesses);
+            press(dialog, "cmdOK");
+        });
+    }
     void choose(const char* command) {
         ASSERT_TRUE(action(command).isEnabled()) << command;
         action(command).trigger();
@@ -297,17 +308,13 @@ TEST_F(Aquifer, made_in_the_window_is_the_one_made_by_the_script) {
 // 10 x 8 cells in two layers by thickness; a heat flow from below and a well that brings cold
 // water.
 TEST_F(WholeModel, a_small_one_of_flow_and_heat_is_written_with_what_was_typed) {
-    user.expect_file("New Model", folder.path() / "m.td1");
-    action("file_new_model").trigger();
-    make_mesh({{"txtLayers", "2"},
-               {"txtColumns", "10"},
-               {"txtColumnSize", "25"},
-               {"txtRows", "8"},
-               {"txtRowSize", "20"}});
-    in_dialog("grid_layer_type", "Layer_Type", [](QDialog& dialog) {
-        paste(dialog, "Table", 3, "15\n30\n");
-        press(dialog, "cmdOK");
-    });
+    begin_model("m.td1",
+                {{"txtLayers", "2"},
+                 {"txtColumns", "10"},
+                 {"txtColumnSize", "25"},
+                 {"txtRows", "8"},
+                 {"txtRowSize", "20"}},
+                "15\n30\n");
     choose("mnuChemistryMineral");
     next_layer();
     reset_layer("2");
@@ -361,17 +368,13 @@ TEST_F(WholeModel, a_small_one_of_flow_and_heat_is_written_with_what_was_typed) 
 
 // The steps of "A first model" on the manual's page of the window.
 TEST_F(WholeModel, the_first_one_of_the_manual_is_complete) {
-    user.expect_file("New Model", folder.path() / "field.td1");
-    action("file_new_model").trigger();
-    make_mesh({{"txtLayers", "3"},
-               {"txtColumns", "50"},
-               {"txtColumnSize", "20"},
-               {"txtRows", "30"},
-               {"txtRowSize", "20"}});
-    in_dialog("grid_layer_type", "Layer_Type", [](QDialog& dialog) {
-        paste(dialog, "Table", 3, "5\n15\n10\n");
-        press(dialog, "cmdOK");
-    });
+    begin_model("field.td1",
+                {{"txtLayers", "3"},
+                 {"txtColumns", "50"},
+                 {"txtColumnSize", "20"},
+                 {"txtRows", "30"},
+                 {"txtRowSize", "20"}},
+                "5\n15\n10\n");
     choose("mnuChemistryMineral");
     next_layer();
     next_layer();

@@ -33,6 +33,15 @@ protected:
         }
         return names;
     }
+
+    // A stroke of the value 25 is begun in the first cell.
+    void begin_copying() {
+        make_model(6, 4);
+        open();
+        tool("cell_copy");
+        set_cell(1, 1, "25");
+        press(cell(1, 1));
+    }
 };
 
 TEST_F(EditorCells, the_menus_change_and_come_back) {
@@ -216,11 +225,7 @@ TEST_F(EditorCells, arrows_move_the_current_cell_and_Enter_asks_for_its_value) {
 }
 
 TEST_F(EditorCells, cell_copy_draws_with_mouse_and_arrows_as_one_step) {
-    make_model(6, 4);
-    open();
-    tool("cell_copy");
-    set_cell(1, 1, "25");
-    press(cell(1, 1));
+    begin_copying();
     move_to(cell(4, 1)); // jumps over two cells
     release(cell(4, 1));
     for (int column = 1; column <= 4; ++column) {
@@ -237,11 +242,7 @@ TEST_F(EditorCells, cell_copy_draws_with_mouse_and_arrows_as_one_step) {
 }
 
 TEST_F(EditorCells, a_stroke_ends_where_a_command_comes_in_between) {
-    make_model(6, 4);
-    open();
-    tool("cell_copy");
-    set_cell(1, 1, "25");
-    press(cell(1, 1));
+    begin_copying();
     move_to(cell(3, 1));
     tool("undo");
     EXPECT_EQ(sheet().cell(1, 3, 1), 10);
